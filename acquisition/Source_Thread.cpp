@@ -1,0 +1,142 @@
+#include "acquisition/Source_Thread.h"
+
+#include "acquisition/RateDecoder.h"
+#include "boards/DigitizerBoard.h"
+
+#include <QtDebug>
+
+#include <limits>
+
+namespace {
+
+// Room for the recursion of the expression library on the longest expression that it is given.
+constexpr uint StackBytes = 64U << 20;
+
+// Truncated toward zero; what is no pause (negative, not a number) is none.
+unsigned long WholeMilliseconds(double interval) {
+  if (!(interval >= 1.0)) {
+    return 0;
+  }
+  constexpr double Longest = std::numeric_limits<qint32>::max();
+  return static_cast<unsigned long>(interval < Longest ? interval : Longest);
+}
+
+// Hands the block back when the decoding is over, whichever way it ends.
+class BlockGuard {
+public:
+  BlockGuard(const DataDistructorSource& distructor, board::ReadBlock& block)
+      : distructor_(distructor), block_(block) {}
+  ~BlockGuard() { distructor_.HandBack(block_); }
+  BlockGuard(const BlockGuard&) = delete;
+  BlockGuard& operator=(const BlockGuard&) = delete;
+
+private:
+  const DataDistructorSource& distructor_;
+  board::ReadBlock& block_;
+};
+
+}  // namespace
+
+Source_Thread::Source_Thread(const QString& dataType, const SourceBinding& binding,
+                             const KorvaxBlock::OutputPins& outputs, const DataDistructorSource* distructor,
+                             const std::atomic<double>& downloadIntervalMs)
+    : dataType_(dataType),
+      binding_(binding),
+      endpointPath_(binding.EndpointPath()),
+      isWaveform_(dataType == QLatin1String("waveform")),
+      outputs_(outputs),
+      distructor_(distructor),
+      downloadIntervalMs_(downloadIntervalMs) {
+  setStackSize(StackBytes);
+}
+
+Source_Thread::~Source_Thread() {
+  Q_ASSERT(!isRunning());
+}
+
+void Source_Thread::Stop() {
+  {
+    const korvax::Lock lock(mutex_);
+    stopping_.store(true, std::memory_order_relaxed);
+    wake_.wakeAll();
+  }
+  wait();
+  korvax::HappensAfter(this);
+}
+
+void Source_Thread::run() {
+  if (isWaveform_) {
+    StartWaveEndpoint();
+  }
+  while (!IsStopping()) {
+    const bool read = ReadOnce();
+    if (isWaveform_ && !read) {
+      qInfo() << "W ERR";
+    }
+    Pause(WholeMilliseconds(downloadIntervalMs_.load(std::memory_order_relaxed)));
+    if (isWaveform_ && read) {
+      qInfo() << "W OK";
+    }
+  }
+  korvax::HappensBefore(this);
+}
+
+void Source_Thread::StartWaveEndpoint() const {
+  const BoardEndpoint* endpoint = binding_.Endpoint();
+  if (endpoint == nullptr) {
+    return;
+  }
+  binding_.board->SendCommands(endpoint->configCommands);
+  if (endpoint->enabled) {
+    binding_.board->SendCommands(endpoint->startCommands);
+  }
+}
+
+bool Source_Thread::ReadOnce() {
+  if (binding_.board == nullptr) {
+    return false;
+  }
+  board::ReadBlock block;
+  if (binding_.board->ReadData(binding_.endpointQuery, &block) != 0 || block.count == 0) {
+    return false;
+  }
+  DecodeBlock(block);
+  return true;
+}
+
+void Source_Thread::DecodeBlock(board::ReadBlock& block) {
+  // A negative count names no entries that could be handed back.
+  if (block.count < 1) {
+    return;
+  }
+  const BlockGuard guard(*distructor_, block);
+  if (block.entries == nullptr) {
+    return;
+  }
+  const std::span entries(reinterpret_cast<const board::Entry*>(block.entries),
+                          static_cast<std::size_t>(block.count));
+  const acquisition::DecodeSettings settings{dataType_, endpointPath_, expression_.Get(),
+                                             useBoardKev_.load(std::memory_order_relaxed), &clock_};
+  acquisition::Decode(entries, settings, [this](std::unique_ptr<PayloadBatch> batch) { Push(std::move(batch)); });
+  if (acquisition::IsRateType(dataType_)) {
+    Pause(acquisition::RatePauseMs);
+  }
+}
+
+void Source_Thread::Push(std::unique_ptr<PayloadBatch> batch) {
+  DataMessage message;
+  message.dataType = dataType_;
+  message.endpointPath = endpointPath_;
+  message.batch = std::move(batch);
+  outputs_.front()->Push(std::move(message));
+}
+
+void Source_Thread::Pause(unsigned long milliseconds) {
+  if (milliseconds == 0) {
+    return;
+  }
+  korvax::Lock lock(mutex_);
+  if (!IsStopping()) {
+    lock.WaitFor(wake_, milliseconds);
+  }
+}

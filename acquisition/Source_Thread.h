@@ -1,0 +1,58 @@
+#pragma once
+
+#include "acquisition/AcquisitionClock.h"
+#include "acquisition/DataDistructorSource.h"
+#include "acquisition/Decoder.h"
+#include "acquisition/SourceBinding.h"
+#include "framework/KorvaxBlock.h"
+#include "framework/Lock.h"
+
+#include <QThread>
+
+#include <atomic>
+
+/// The acquisition thread of one source: reads its endpoint, has each block decoded and pushes the batches,
+/// pausing for the download interval after every read. Runs until Stop.
+class Source_Thread : public QThread {
+public:
+  /// The output pins, the distructor (null without a board) and the interval belong to the source and outlive
+  /// the thread.
+  Source_Thread(const QString& dataType, const SourceBinding& binding, const KorvaxBlock::OutputPins& outputs,
+                const DataDistructorSource* distructor, const std::atomic<double>& downloadIntervalMs);
+  ~Source_Thread() override;
+
+  // Main thread; each counts from the next block on.
+  void SetExpression(const QString& expression) { expression_.Set(expression); }
+  void SetUseBoardKev(bool use) { useBoardKev_.store(use, std::memory_order_relaxed); }
+  void RestartClock() { clock_.Restart(); }
+
+  /// Ends the loop after the block in hand and waits for the thread. Main thread.
+  void Stop();
+
+protected:
+  void run() override;
+
+private:
+  void StartWaveEndpoint() const;
+  bool ReadOnce();
+  void DecodeBlock(board::ReadBlock& block);
+  void Push(std::unique_ptr<PayloadBatch> batch);
+  void Pause(unsigned long milliseconds);
+  bool IsStopping() const { return stopping_.load(std::memory_order_relaxed); }
+
+  const QString dataType_;
+  const SourceBinding binding_;
+  const QString endpointPath_;
+  const bool isWaveform_;
+  const KorvaxBlock::OutputPins& outputs_;
+  const DataDistructorSource* const distructor_;
+  const std::atomic<double>& downloadIntervalMs_;
+
+  // Written by the main thread, read by the worker.
+  korvax::Guarded<QString> expression_;
+  std::atomic<bool> useBoardKev_ = false;
+  AcquisitionClock clock_;
+  QMutex mutex_;
+  QWaitCondition wake_;
+  std::atomic<bool> stopping_ = false;  // written under mutex_, so that no stop is missed
+};

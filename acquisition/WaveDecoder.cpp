@@ -1,0 +1,63 @@
+#include "acquisition/WaveDecoder.h"
+
+#include "framework/KorvaxPayload_Waves.h"
+
+#include <algorithm>
+
+namespace acquisition {
+
+namespace {
+
+void SetHeader(KorvaxPayload_Waves& waves, const board::WaveGroupRecord& group) {
+  waves.timestamp = group.timestamp;
+  waves.headerWord1 = group.headerWord1;
+  waves.samplesPerWave = group.samplesPerWave;
+  waves.headerWord2 = group.headerWord2;
+  waves.headerWord3 = group.headerWord3;
+}
+
+bool IsPlausible(const board::WaveGroupRecord& group) {
+  return group.data != nullptr && group.waves <= MostWaves && group.samplesPerWave >= 0 &&
+         group.samplesPerWave <= MostSamples;
+}
+
+std::unique_ptr<KorvaxPayload_Wave> WaveOf(const board::WaveGroupRecord& group, qint32 index) {
+  const board::WaveData& data = *group.data;
+  const auto first = static_cast<std::ptrdiff_t>(group.samplesPerWave) * index;
+  auto wave = std::make_unique<KorvaxPayload_Wave>();
+  wave->word1 = data.word1;
+  wave->word2 = data.word2;
+  wave->word3 = data.word3;
+  wave->analog.fill(0.0, group.samplesPerWave);
+  wave->digital.fill(0, group.samplesPerWave);
+  if (data.analog != nullptr) {
+    std::copy_n(data.analog + first, group.samplesPerWave, wave->analog.begin());
+  }
+  if (data.digital != nullptr) {
+    std::copy_n(data.digital + first, group.samplesPerWave, wave->digital.begin());
+  }
+  return wave;
+}
+
+}  // namespace
+
+void DecodeWaveform(std::span<const board::Entry> entries, const BatchSink& sink) {
+  auto waves = std::make_unique<KorvaxPayload_Waves>();
+  for (const board::Entry& entry : entries) {
+    const auto* group = static_cast<const board::WaveGroupRecord*>(entry.record);
+    if (group == nullptr) {
+      continue;
+    }
+    SetHeader(*waves, *group);
+    for (qint32 w = 0; IsPlausible(*group) && w < group->waves; ++w) {
+      waves->waves.push_back(WaveOf(*group, w));
+    }
+  }
+  auto batch = std::make_unique<PayloadBatch>();
+  batch->dataType = QLatin1String("waveform");
+  batch->timestamp = waves->timestamp;
+  batch->records.push_back(std::move(waves));
+  sink(std::move(batch));
+}
+
+}  // namespace acquisition

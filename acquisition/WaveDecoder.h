@@ -1,0 +1,15 @@
+#pragma once
+
+#include "acquisition/Decoder.h"
+
+namespace acquisition {
+
+/// Counts beyond these are taken for garbage and the group's waves are left out.
+inline constexpr qint32 MostWaves = 1 << 16;
+inline constexpr qint32 MostSamples = 1 << 26;
+
+/// One batch with one KorvaxPayload_Waves that holds the waves of all groups; the last group's header counts.
+/// Missing sample arrays leave zeros.
+void DecodeWaveform(std::span<const board::Entry> entries, const BatchSink& sink);
+
+}  // namespace acquisition

@@ -1,0 +1,75 @@
+#include "control/MainWebSocket.h"
+
+#include "control/QueryRoutes.h"
+
+#include <QUrl>
+#include <QWebSocket>
+#include <QtDebug>
+
+MainWebSocket::MainWebSocket(quint16 port, bool debug, const BlockList* blockList, QObject* parent)
+    : QObject(parent), server_(QStringLiteral("Main Server"), QWebSocketServer::NonSecureMode), debug_(debug) {
+  if (!server_.listen(QHostAddress::Any, port)) {
+    return;
+  }
+  if (debug_) {
+    qDebug() << "Main server listening on port" << Port();
+  }
+  blockList_ = blockList;
+  connect(&server_, &QWebSocketServer::newConnection, this, &MainWebSocket::onNewConnection);
+  connect(&server_, &QWebSocketServer::closed, this, &MainWebSocket::closed);
+}
+
+MainWebSocket::~MainWebSocket() {
+  server_.close();
+  for (QWebSocket* client : clients_) {
+    client->disconnect(this);  // deleting a live socket signals its disconnection
+  }
+  qDeleteAll(clients_);
+}
+
+void MainWebSocket::onNewConnection() {
+  QWebSocket* const client = server_.nextPendingConnection();
+  if (client == nullptr) {
+    return;
+  }
+  connect(client, &QWebSocket::textMessageReceived, this, &MainWebSocket::processTextMessage);
+  connect(client, &QWebSocket::binaryMessageReceived, this, &MainWebSocket::processBinaryMessage);
+  connect(client, &QWebSocket::disconnected, this, &MainWebSocket::socketDisconnected);
+  clients_ << client;
+}
+
+void MainWebSocket::processTextMessage(const QString& message) {
+  auto* const client = qobject_cast<QWebSocket*>(sender());
+  QString route;
+  if (client != nullptr) {
+    route = client->requestUrl().path(QUrl::FullyDecoded).remove(QLatin1Char('/'));
+  }
+  const QString answer = korvax::AnswerQuery(*blockList_, route, message);
+  if (debug_) {
+    qDebug() << "Message received:" << message;
+  }
+  if (client != nullptr) {
+    client->sendTextMessage(answer);
+  }
+}
+
+void MainWebSocket::processBinaryMessage(const QByteArray& message) {
+  auto* const client = qobject_cast<QWebSocket*>(sender());
+  if (debug_) {
+    qDebug() << "Binary Message received:" << message;
+  }
+  if (client != nullptr) {
+    client->sendBinaryMessage(message);
+  }
+}
+
+void MainWebSocket::socketDisconnected() {
+  auto* const client = qobject_cast<QWebSocket*>(sender());
+  if (debug_) {
+    qDebug() << "socketDisconnected:" << client;
+  }
+  if (client != nullptr) {
+    clients_.removeAll(client);
+    client->deleteLater();
+  }
+}

@@ -1,0 +1,21 @@
+#include "framework/BlockParameters.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace korvax {
+
+void ApplyParameters(const QJsonValue& block, std::initializer_list<ParameterRule> rules) {
+  const QJsonArray parameters = block.toObject()["parameters"].toArray();
+  for (const QJsonValue& parameter : parameters) {
+    const QJsonObject entry = parameter.toObject();
+    const QString name = entry["param_name"].toString();
+    for (const ParameterRule& rule : rules) {
+      if (name == rule.name) {
+        rule.apply(entry["param_value"]);
+      }
+    }
+  }
+}
+
+}  // namespace korvax

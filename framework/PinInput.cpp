@@ -1,0 +1,21 @@
+#include "framework/PinInput.h"
+
+PinInput::PinInput(const QString& name, QObject* parent) : QObject(parent), name_(name) {}
+
+void PinInput::Connect(PinOutput* upstream) {
+  upstream_.store(upstream, std::memory_order_release);
+  QObject::connect(upstream, &PinOutput::NewDataPushedInPin, this, &PinInput::NewDataInTheOutputPin);
+}
+
+int PinInput::Pop(DataMessage& out) {
+  PinOutput* const upstream = upstream_.load(std::memory_order_acquire);
+  if (upstream == nullptr) {
+    return Unlinked;
+  }
+  const korvax::Lock lock(mutex_);
+  return upstream->Take(out) ? Taken : Empty;
+}
+
+void PinInput::NewDataInTheOutputPin(int FifoLevel) {
+  emit DataReady(FifoLevel);
+}

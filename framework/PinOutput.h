@@ -1,0 +1,42 @@
+#pragma once
+
+#include "framework/DataMessage.h"
+#include "framework/Lock.h"
+
+#include <QObject>
+
+#include <atomic>
+#include <deque>
+
+/// The producing end of a link: a first-in first-out queue of at most Limit messages. One producer thread
+/// pushes, one consumer takes (through the linked PinInput). Signals only wake the consumer; data moves
+/// through the queue.
+class PinOutput : public QObject {
+  Q_OBJECT
+
+public:
+  static constexpr int Limit = 10000;
+
+  explicit PinOutput(const QString& name, QObject* parent = nullptr);
+  /// Frees the queued messages but leaves their batches alone, as pins outlive the stream.
+  ~PinOutput() override;
+
+  const QString& Name() const { return name_; }
+
+  /// Appends the message and takes it over. When the queue is full, the message is destroyed at once with its
+  /// records, and false comes back; nothing is logged or signalled. Producer's thread.
+  bool Push(DataMessage&& message);
+
+  /// Moves the oldest message out; false when there is none. Called by the linked input pin only.
+  bool Take(DataMessage& out);
+
+signals:
+  /// Once for each accepted message, with the queue's size just after it was appended.
+  void NewDataPushedInPin(int FifoSize);
+
+private:
+  const QString name_;
+  QMutex mutex_;
+  std::deque<DataMessage> queue_;  // guarded by mutex_
+  std::atomic<int> size_ = 0;      // size of queue_, written under mutex_
+};

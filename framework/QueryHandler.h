@@ -1,0 +1,14 @@
+#pragma once
+
+class QString;
+
+/// Implemented by the blocks that answer clients. Kept apart from KorvaxBlock because not every block does.
+class QueryHandler {
+public:
+  /// Appends the answer to `data_in`, a client's whole message, to `data_out`; appends nothing to a query that
+  /// it does not know. Main thread.
+  virtual void InterpretMessage(QString* data_in, QString* data_out) = 0;
+
+protected:
+  ~QueryHandler() = default;
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "framework/KorvaxBlock.h"
+#include "framework/Lock.h"
+
+#include <QThread>
+
+namespace korvax {
+
+/// The priority that every streaming thread runs at.
+inline constexpr QThread::Priority StreamPriority = QThread::TimeCriticalPriority;
+
+/// The worker of a block that consumes a stream: waits to be woken, drains input pin 0, waits again. A wake-up
+/// that arrives while it drains is lost on purpose: the drain empties the queue and the next message wakes it.
+///
+/// The owning block must call Stop before it destroys the worker: a base destructor would be too late, as the
+/// derived part that Consume needs would already be gone.
+class WorkerThread : public QThread {
+public:
+  /// Wakes the worker if it waits. Any thread.
+  void Wake();
+
+  /// Ends the loop once everything that has reached the pin is consumed, and waits for the thread. Stop the
+  /// producers first. Main thread.
+  void Stop();
+
+protected:
+  /// The pin list belongs to the block and outlives the worker.
+  explicit WorkerThread(const KorvaxBlock::InputPins& inputs);
+  ~WorkerThread() override;
+
+  /// The block's own work on one message; the message and its records end with the call unless moved on.
+  /// Worker thread.
+  virtual void Consume(DataMessage&& message) = 0;
+
+  void run() override;
+
+private:
+  bool WaitForWake();
+  void Drain();
+
+  const KorvaxBlock::InputPins& inputs_;
+  QMutex mutex_;
+  QWaitCondition wake_;
+  std::atomic<bool> stopping_ = false;  // written under mutex_, so that no stop is missed
+};
+
+}  // namespace korvax

@@ -1,0 +1,106 @@
+#include "server/Startup.h"
+
+#include "acquisition/Source.h"
+#include "boards/DigitizerBoard.h"
+#include "control/MainWebSocket.h"
+#include "server/ChainAssembly.h"
+#include "server/Configuration.h"
+#include "server/HardwareSetup.h"
+#include "server/TerminationSignals.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QtDebug>
+
+Startup::Startup(const QString& configurationPath) : configurationPath_(configurationPath) {}
+
+Startup::~Startup() {
+  webSocket_.reset();
+  for (const auto& block : blocks_) {
+    block->StopWorker();
+  }
+  while (!blocks_.empty()) {
+    blocks_.pop_back();  // consumers before the pins that they read
+  }
+}
+
+std::optional<int> Startup::Prepare() {
+  if (!QFileInfo::exists(configurationPath_)) {
+    qInfo() << "Unable to locate configuration file " << configurationPath_;
+    qInfo() << "BOARD SERVER IS CLOSING...";
+    qInfo() << "BOARD SERVER IS KILLED";
+    return 1;
+  }
+  qInfo() << "Velmor - Korvax is starting";
+  qInfo() << "Board server configuration is: " << configurationPath_;
+  plugins_.LoadAll(QCoreApplication::applicationDirPath() + QStringLiteral("/boards/"));
+
+  const std::optional<Configuration> configuration = Configuration::Load(configurationPath_);
+  if (!configuration) {
+    qInfo() << "Configuration file " << configurationPath_ << "is invalid";
+    return 1;
+  }
+  if (const std::optional<int> failure = PrepareStorage(configuration->storagePath)) {
+    return failure;
+  }
+  if (configuration->hardware.isEmpty()) {
+    qInfo() << "No HARDWARE devices is configuration file " << configurationPath_;
+    return 1;
+  }
+  if (const auto failure = HardwareSetup::ConnectBoards(configuration->hardware, plugins_, boards_)) {
+    return failure;
+  }
+  if (const std::optional<int> failure = BuildChain(*configuration)) {
+    return failure;
+  }
+  ArmBoards();
+  webSocket_ = std::make_unique<MainWebSocket>(Port, false, &blocks_);
+  StartSources();
+  qInfo() << "KORVAX IS STARTED AND READY";
+  return std::nullopt;
+}
+
+std::optional<int> Startup::PrepareStorage(const QString& folder) const {
+  const QFileInfo info(folder);
+  if (!info.exists()) {
+    qInfo() << "Storage folder does not exist on this server. Create: " << folder << " and check write permission";
+    return 1;
+  }
+  if (!info.isWritable()) {
+    qInfo() << "Storage folder is not writable. Create: " << folder
+            << " and check write permission for current user";
+    return 1;
+  }
+  qInfo() << "Storage folder is: " << folder;
+  return std::nullopt;
+}
+
+std::optional<int> Startup::BuildChain(const Configuration& configuration) {
+  const QString fault = ChainAssembly(boards_, blocks_, configurationPath_).Build(configuration.processing);
+  if (fault.isEmpty()) {
+    return std::nullopt;
+  }
+  qInfo().noquote() << fault;
+  return 1;
+}
+
+void Startup::ArmBoards() const {
+  for (const auto& board : boards_) {
+    board->ConfigureBoard();
+    board->StopEndpoints();
+    board->ArmEndpoints();
+  }
+}
+
+void Startup::StartSources() const {
+  for (const auto& block : blocks_) {
+    if (block->BlockType() == QLatin1String("source")) {
+      static_cast<Source&>(*block).Run();
+    }
+  }
+}
+
+int Startup::Run() {
+  const TerminationSignals quitOnSignal;
+  return QCoreApplication::exec();
+}

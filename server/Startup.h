@@ -1,0 +1,40 @@
+#pragma once
+
+#include "framework/ChainContext.h"
+#include "server/BoardPlugins.h"
+
+#include <QString>
+
+#include <optional>
+
+class MainWebSocket;
+struct Configuration;
+
+/// Brings the server up in its fixed order and owns everything that lives as long as the process. Main thread.
+class Startup {
+public:
+  /// The port that clients connect to.
+  static constexpr quint16 Port = 51234;
+
+  explicit Startup(const QString& configurationPath);
+  ~Startup();
+
+  /// Everything up to the event loop. On a failure, which it has logged, the exit status.
+  std::optional<int> Prepare();
+
+  /// The event loop; its result is the exit status. After a termination signal the workers are joined, sources
+  /// first, once they have consumed what has reached them.
+  int Run();
+
+private:
+  std::optional<int> PrepareStorage(const QString& folder) const;
+  std::optional<int> BuildChain(const Configuration& configuration);
+  void ArmBoards() const;
+  void StartSources() const;
+
+  const QString configurationPath_;
+  BoardPlugins plugins_;
+  BoardList boards_;
+  BlockList blocks_;
+  std::unique_ptr<MainWebSocket> webSocket_;
+};

@@ -1,0 +1,46 @@
+#include "server/TerminationSignals.h"
+
+#include <QCoreApplication>
+
+#include <atomic>
+#include <csignal>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace {
+
+std::atomic<int> wakeDescriptor = -1;
+
+// In signal context: only wakes the event loop.
+extern "C" void WakeEventLoop(int /*signal*/) {
+  const std::uint64_t one = 1;
+  [[maybe_unused]] const ssize_t written = write(wakeDescriptor.load(std::memory_order_relaxed), &one, sizeof one);
+}
+
+void Handle(int signal) {
+  struct sigaction action = {};
+  action.sa_handler = WakeEventLoop;
+  action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+  sigaction(signal, &action, nullptr);
+}
+
+}  // namespace
+
+TerminationSignals::TerminationSignals() {
+  const int descriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  wakeDescriptor.store(descriptor, std::memory_order_relaxed);
+  notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
+    notifier_->setEnabled(false);
+    QCoreApplication::quit();
+  });
+  Handle(SIGINT);
+  Handle(SIGTERM);
+}
+
+TerminationSignals::~TerminationSignals() {
+  std::signal(SIGINT, SIG_DFL);
+  std::signal(SIGTERM, SIG_DFL);
+  notifier_.reset();
+  close(wakeDescriptor.exchange(-1));
+}

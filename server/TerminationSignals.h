@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QSocketNotifier>
+
+#include <memory>
+
+/// While one exists, the first SIGINT or SIGTERM ends the event loop with status 0, so that workers finish what
+/// they hold; a second one ends the process at once, as any does before. One object in a process, main thread.
+class TerminationSignals {
+public:
+  TerminationSignals();
+  ~TerminationSignals();
+  TerminationSignals(const TerminationSignals&) = delete;
+  TerminationSignals& operator=(const TerminationSignals&) = delete;
+
+private:
+  std::unique_ptr<QSocketNotifier> notifier_;
+};

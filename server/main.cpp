@@ -1,0 +1,12 @@
+#include "server/CommandLine.h"
+#include "server/Startup.h"
+
+#include <QCoreApplication>
+
+int main(int argc, char* argv[]) {
+  QCoreApplication application(argc, argv);
+  const QString configurationPath = CommandLine::Process(application);
+  Startup startup(configurationPath);
+  const std::optional<int> failure = startup.Prepare();
+  return failure ? *failure : startup.Run();
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "framework/KorvaxBlock.h"
+#include "framework/QueryHandler.h"
+#include "sinks/Histogram_Thread.h"
+
+namespace korvax {
+struct SinkQuery;
+}
+
+/// The energy spectrum: one histogram per channel over raw energy × gain. Counts nothing until a client sets it
+/// running.
+class Histogram : public KorvaxBlock, public QueryHandler {
+  Q_OBJECT
+
+public:
+  Histogram(QObject* parent, const ChainContext& context, const QJsonValue& block);
+  ~Histogram() override;
+
+  /// "gain", "energy_cut_min" and "energy_cut_max"; reach the running worker at its next message. Always true.
+  bool ParseParameters(const QJsonValue& block) override;
+  void StopWorker() override;
+
+public slots:
+  void NewDataInTheInputPin(int FifoLevel);
+  void InterpretMessage(QString* data_in, QString* data_out) override;
+
+private:
+  bool ParseConfiguration(const QJsonValue& block);
+  void SetCut(double& cut, const char* label, double value);
+  void AppendData(const korvax::SinkQuery& query, QString& out);
+
+  qint32 binNumber_ = 0;
+  qint32 channelNumber_ = 0;
+  double gain_ = 1.0;
+  double energyCutMin_ = 0.0;
+  double energyCutMax_ = 4294967295.0;
+  std::unique_ptr<Histogram_Thread> worker_;
+};
