@@ -1,0 +1,116 @@
+#include "recording/ListFileReader.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <span>
+#include <string_view>
+
+namespace korvax {
+namespace {
+
+constexpr std::string_view Magic = "KVXS";
+constexpr std::uint64_t DigitsOfPresentDates = 10;
+
+template <typename Integer>
+Integer LittleEndian(std::span<const char> bytes) {
+  Integer value = 0;
+  for (std::size_t i = 0; i < sizeof(Integer); ++i) {
+    value = static_cast<Integer>(value | Integer{static_cast<unsigned char>(bytes[i])} << (8 * i));
+  }
+  return value;
+}
+
+ListRecord Decode(std::span<const char, ListFileReader::RecordSize> bytes) {
+  return {LittleEndian<std::uint64_t>(bytes),
+          LittleEndian<std::uint32_t>(bytes.subspan(8)),
+          LittleEndian<std::uint32_t>(bytes.subspan(12)),
+          LittleEndian<std::uint32_t>(bytes.subspan(16)),
+          LittleEndian<std::uint32_t>(bytes.subspan(20)),
+          static_cast<std::uint8_t>(bytes[24])};
+}
+
+}  // namespace
+
+std::uint64_t CreationTimeDigits(std::uint64_t digits, std::uint64_t size) {
+  if (digits >= DigitsOfPresentDates) {
+    return DigitsOfPresentDates;
+  }
+  for (std::uint64_t candidate = digits; candidate >= 1; --candidate) {
+    if ((size - Magic.size() - candidate) % ListFileReader::RecordSize == 0) {
+      return candidate;
+    }
+  }
+  return digits;
+}
+
+ListFileReader::ListFileReader(const std::string& path) : path_(path), state_(Open()) {}
+
+ListFileState ListFileReader::Open() {
+  std::error_code error;
+  size_ = std::filesystem::file_size(path_, error);  // fails for a folder
+  if (!error) {
+    file_.open(path_, std::ios::binary);
+  }
+  return error || !file_ ? ListFileState::CannotOpen : ReadHeader();
+}
+
+ListFileState ListFileReader::ReadHeader() {
+  std::array<char, Magic.size() + DigitsOfPresentDates> bytes{};
+  file_.read(bytes.data(), static_cast<std::streamsize>(std::min<std::uint64_t>(bytes.size(), size_)));
+  const std::string_view header(bytes.data(), static_cast<std::size_t>(file_.gcount()));
+  if (!header.starts_with(Magic)) {
+    return ListFileState::BadMagic;
+  }
+  const std::size_t notDigit = header.find_first_not_of("0123456789", Magic.size());
+  const std::size_t digits = std::min(notDigit, header.size()) - Magic.size();
+  if (digits == 0) {
+    return ListFileState::NoCreationTime;
+  }
+  headerSize_ = Magic.size() + CreationTimeDigits(digits, size_);
+  std::from_chars(bytes.data() + Magic.size(), bytes.data() + headerSize_, creationTime_);
+  wholeRecords_ = (size_ - headerSize_) / RecordSize;
+  file_.clear();
+  file_.seekg(static_cast<std::streamoff>(headerSize_));
+  return ListFileState::Good;
+}
+
+std::optional<ListFileTail> ListFileReader::Tail() const {
+  const std::uint64_t bytes = (size_ - headerSize_) % RecordSize;
+  if (headerSize_ == 0 || bytes == 0) {
+    return std::nullopt;
+  }
+  return ListFileTail{size_ - bytes, bytes, wholeRecords_};
+}
+
+bool ListFileReader::Next(ListRecord& record) {
+  if (state_ != ListFileState::Good || recordsRead_ == wholeRecords_) {
+    return false;
+  }
+  std::array<char, RecordSize> bytes;
+  if (!file_.read(bytes.data(), bytes.size())) {
+    state_ = ListFileState::ReadError;
+    return false;
+  }
+  record = Decode(bytes);
+  ++recordsRead_;
+  return true;
+}
+
+std::string ListFileReader::Problem() const {
+  switch (state_) {
+    case ListFileState::Good:
+      return {};
+    case ListFileState::CannotOpen:
+      return path_ + ": can't be opened";
+    case ListFileState::BadMagic:
+      return path_ + ": not a binary list file, it doesn't begin with \"KVXS\"";
+    case ListFileState::NoCreationTime:
+      return path_ + ": no creation time at byte 4";
+    case ListFileState::ReadError:
+      return path_ + ": reading failed at byte " + std::to_string(headerSize_ + RecordSize * recordsRead_);
+  }
+  return {};
+}
+
+}  // namespace korvax

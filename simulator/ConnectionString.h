@@ -1,0 +1,41 @@
+#pragma once
+
+#include "simulator/Detector.h"
+#include "simulator/EventGenerator.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace korvax::sim {
+
+enum class Mode { Array, Replay, Full };
+
+// What the connection string makes of a board. Units as in README.md.
+struct BoardSettings {
+  Mode mode = Mode::Array;
+  GeneratorSettings generator;
+  DetectorSettings detector;
+  bool channelsGiven = false;
+  double waveRate = 10.0;
+  std::uint32_t samples = 512;
+
+  std::string file;  // replay
+  double speed = 1.0;
+  bool loop = false;
+
+  std::uint32_t events = 1000;  // full: entries of a block
+  std::uint32_t groups = 4;
+  std::uint64_t blocks = 0;
+
+  std::int32_t openResult = 0;  // misbehaviour; every n-th read, 0 for none
+  std::uint64_t failRead = 0;
+  std::uint64_t emptyRead = 0;
+  std::uint64_t negativeRead = 0;
+};
+
+// "sim:MODE" or "sim:MODE?key=value&key=value". Nothing for an unknown mode or key, a key that the mode
+// doesn't have or that comes twice, or a value out of range.
+std::optional<BoardSettings> ParseConnectionString(std::string_view text);
+
+}  // namespace korvax::sim
