@@ -1,25 +1,15 @@
 #include "acquisition/Source_Thread.h"
 
+#include "acquisition/PauseLength.h"
 #include "acquisition/RateDecoder.h"
 #include "boards/DigitizerBoard.h"
 
 #include <QtDebug>
 
-#include <limits>
-
 namespace {
 
 // Room for the recursion of the expression library on the longest expression that it is given.
 constexpr uint StackBytes = 64U << 20;
-
-// Truncated toward zero; what is no pause (negative, not a number) is none.
-unsigned long WholeMilliseconds(double interval) {
-  if (!(interval >= 1.0)) {
-    return 0;
-  }
-  constexpr double Longest = std::numeric_limits<qint32>::max();
-  return static_cast<unsigned long>(interval < Longest ? interval : Longest);
-}
 
 // Hands the block back when the decoding is over, whichever way it ends.
 class BlockGuard {
@@ -73,7 +63,7 @@ void Source_Thread::run() {
     if (isWaveform_ && !read) {
       qInfo() << "W ERR";
     }
-    Pause(WholeMilliseconds(downloadIntervalMs_.load(std::memory_order_relaxed)));
+    Pause(acquisition::PauseLength(downloadIntervalMs_.load(std::memory_order_relaxed)));
     if (isWaveform_ && read) {
       qInfo() << "W OK";
     }

@@ -44,7 +44,7 @@ void MainWebSocket::processTextMessage(const QString& message) {
   if (client != nullptr) {
     route = client->requestUrl().path(QUrl::FullyDecoded).remove(QLatin1Char('/'));
   }
-  const QString answer = korvax::AnswerQuery(*blockList_, route, message);
+  const QString answer = blockList_ == nullptr ? QString() : korvax::AnswerQuery(*blockList_, route, message);
   if (debug_) {
     qDebug() << "Message received:" << message;
   }

@@ -5,7 +5,9 @@
 
 std::optional<Configuration> Configuration::Load(const QString& path) {
   QFile file(path);
-  file.open(QIODevice::ReadOnly | QIODevice::Text);  // an unreadable file reads as an empty text
+  if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    return std::nullopt;
+  }
   const QString text = QString::fromUtf8(file.readAll());
   const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
   if (document.isNull()) {

@@ -56,7 +56,6 @@ std::optional<int> Startup::Prepare() {
   ArmBoards();
   webSocket_ = std::make_unique<MainWebSocket>(Port, false, &blocks_);
   StartSources();
-  qInfo() << "KORVAX IS STARTED AND READY";
   return std::nullopt;
 }
 
@@ -80,7 +79,7 @@ std::optional<int> Startup::BuildChain(const Configuration& configuration) {
   if (fault.isEmpty()) {
     return std::nullopt;
   }
-  qInfo().noquote() << fault;
+  qInfo().noquote() << QString(fault).replace(QLatin1Char('\n'), QLatin1Char(' '));  // names may hold anything
   return 1;
 }
 
@@ -101,6 +100,7 @@ void Startup::StartSources() const {
 }
 
 int Startup::Run() {
-  const TerminationSignals quitOnSignal;
+  const TerminationSignals quitOnSignal;  // before the line below: who waits for it may signal at once
+  qInfo() << "KORVAX IS STARTED AND READY";
   return QCoreApplication::exec();
 }

@@ -22,8 +22,8 @@ public:
   /// Everything up to the event loop. On a failure, which it has logged, the exit status.
   std::optional<int> Prepare();
 
-  /// The event loop; its result is the exit status. After a termination signal the workers are joined, sources
-  /// first, once they have consumed what has reached them.
+  /// Reports that the server is ready and runs the event loop; its result is the exit status. After a termination
+  /// signal the workers are joined, sources first, once they have consumed what has reached them.
   int Run();
 
 private:

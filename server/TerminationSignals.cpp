@@ -2,25 +2,30 @@
 
 #include <QCoreApplication>
 
-#include <atomic>
-#include <csignal>
 #include <sys/eventfd.h>
 #include <unistd.h>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
 
 namespace {
 
 std::atomic<int> wakeDescriptor = -1;
 
-// In signal context: only wakes the event loop.
+// In signal context: makes the next signal of either kind end the process, and wakes the event loop.
 extern "C" void WakeEventLoop(int /*signal*/) {
+  const int interruptedErrno = errno;
+  std::signal(SIGINT, SIG_DFL);
+  std::signal(SIGTERM, SIG_DFL);
   const std::uint64_t one = 1;
   [[maybe_unused]] const ssize_t written = write(wakeDescriptor.load(std::memory_order_relaxed), &one, sizeof one);
+  errno = interruptedErrno;
 }
 
 void Handle(int signal) {
   struct sigaction action = {};
   action.sa_handler = WakeEventLoop;
-  action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+  action.sa_flags = SA_RESTART;
   sigaction(signal, &action, nullptr);
 }
 

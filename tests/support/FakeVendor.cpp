@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <mutex>
+#include <vector>
 
 namespace test {
 
@@ -9,11 +10,11 @@ namespace {
 
 FakeVendor* current = nullptr;
 std::mutex mutex;
-QStringList calls;
+std::vector<QString> calls;  // no list that callers would share
 
 void Record(const char* kind, const QString& what) {
   const std::lock_guard lock(mutex);
-  calls << QLatin1String(kind) + QLatin1Char(' ') + what;
+  calls.push_back(QLatin1String(kind) + QLatin1Char(' ') + what);
 }
 
 std::int32_t Open(const char* connection, std::uint64_t* handle) {
@@ -95,7 +96,7 @@ vendor::FunctionLookup FakeVendor::Lookup() const {
 
 QStringList FakeVendor::Calls() const {
   const std::lock_guard lock(mutex);
-  return calls;
+  return QStringList(calls.begin(), calls.end());
 }
 
 QStringList FakeVendor::CallsOf(const QString& prefix) const {

@@ -3,17 +3,18 @@
 #include <QtGlobal>
 
 #include <mutex>
+#include <vector>
 
 namespace test {
 
 namespace {
 
 std::mutex mutex;
-QStringList lines;
+std::vector<QString> lines;  // no list that callers would share
 
 void Collect(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& text) {
   const std::lock_guard lock(mutex);
-  lines << text;
+  lines.push_back(text);
 }
 
 }  // namespace
@@ -29,7 +30,7 @@ LogCapture::~LogCapture() {
 
 QStringList LogCapture::Lines() const {
   const std::lock_guard lock(mutex);
-  return lines;
+  return QStringList(lines.begin(), lines.end());
 }
 
 int LogCapture::Count(const QString& line) const {

@@ -1,0 +1,58 @@
+#include "server/TerminationSignals.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace {
+
+TEST(TerminationSignals, TheFirstSignalEndsTheEventLoopWithStatusZero) {
+  for (const int signal : {SIGINT, SIGTERM}) {
+    SCOPED_TRACE(signal);
+    const TerminationSignals quitOnSignal;
+    QTimer::singleShot(0, [signal] { std::raise(signal); });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+  }
+}
+
+TEST(TerminationSignals, ASignalBeforeTheEventLoopEndsItAtOnce) {
+  const TerminationSignals quitOnSignal;
+  std::raise(SIGTERM);
+  EXPECT_EQ(QCoreApplication::exec(), 0);
+}
+
+class TerminationSignalsDeathTest : public testing::Test {
+protected:
+  TerminationSignalsDeathTest() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
+};
+
+TEST_F(TerminationSignalsDeathTest, ASecondSignalOfEitherKindEndsTheProcess) {
+  for (const int first : {SIGINT, SIGTERM}) {
+    for (const int second : {SIGINT, SIGTERM}) {
+      SCOPED_TRACE(testing::Message() << first << " then " << second);
+      EXPECT_EXIT(
+          {
+            const TerminationSignals quitOnSignal;
+            std::raise(first);
+            std::raise(second);
+          },
+          testing::KilledBySignal(second), "");
+    }
+  }
+}
+
+TEST_F(TerminationSignalsDeathTest, ASignalAfterItsLifeEndsTheProcess) {
+  for (const int signal : {SIGINT, SIGTERM}) {
+    EXPECT_EXIT(
+        {
+          { const TerminationSignals quitOnSignal; }
+          std::raise(signal);
+        },
+        testing::KilledBySignal(signal), "");
+  }
+}
+
+}  // namespace
