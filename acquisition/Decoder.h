@@ -20,6 +20,9 @@ struct DecodeSettings {
   const AcquisitionClock* clock = nullptr;  ///< for rates; required by "rate_counters"
 };
 
+/// A block that claims more entries is taken for garbage and handed back undecoded.
+inline constexpr qint32 MostEntries = 1 << 24;
+
 /// Receives one batch; the decoders call it once per block, or once per record where the data type says so.
 using BatchSink = std::function<void(std::unique_ptr<PayloadBatch> batch)>;
 

@@ -48,6 +48,12 @@ bool Source::ParseParameters(const QJsonValue& block) {
   return true;
 }
 
+void Source::RequestStop() {
+  if (worker_) {
+    worker_->RequestStop();
+  }
+}
+
 void Source::StopWorker() {
   if (worker_) {
     worker_->Stop();

@@ -17,6 +17,8 @@ public:
   /// "download_interval" (ms), "energy_calibration_expression" and "use_board_kev"; reach the running worker at
   /// its next pause or block. Always true.
   bool ParseParameters(const QJsonValue& block) override;
+  /// Asks the worker to end after the block in hand, without waiting for it. Main thread.
+  void RequestStop();
   void StopWorker() override;
 
 public slots:

@@ -44,12 +44,14 @@ Source_Thread::~Source_Thread() {
   Q_ASSERT(!isRunning());
 }
 
+void Source_Thread::RequestStop() {
+  const korvax::Lock lock(mutex_);
+  stopping_.store(true, std::memory_order_relaxed);
+  wake_.wakeAll();
+}
+
 void Source_Thread::Stop() {
-  {
-    const korvax::Lock lock(mutex_);
-    stopping_.store(true, std::memory_order_relaxed);
-    wake_.wakeAll();
-  }
+  RequestStop();
   wait();
   korvax::HappensAfter(this);
 }
@@ -100,17 +102,19 @@ void Source_Thread::DecodeBlock(board::ReadBlock& block) {
     return;
   }
   const BlockGuard guard(*distructor_, block);
-  if (block.entries == nullptr) {
-    return;
+  if (block.entries != nullptr && block.count <= acquisition::MostEntries) {
+    DecodeEntries(std::span(reinterpret_cast<const board::Entry*>(block.entries),
+                            static_cast<std::size_t>(block.count)));
   }
-  const std::span entries(reinterpret_cast<const board::Entry*>(block.entries),
-                          static_cast<std::size_t>(block.count));
-  const acquisition::DecodeSettings settings{dataType_, endpointPath_, expression_.Get(),
-                                             useBoardKev_.load(std::memory_order_relaxed), &clock_};
-  acquisition::Decode(entries, settings, [this](std::unique_ptr<PayloadBatch> batch) { Push(std::move(batch)); });
   if (acquisition::IsRateType(dataType_)) {
     Pause(acquisition::RatePauseMs);
   }
+}
+
+void Source_Thread::DecodeEntries(std::span<const board::Entry> entries) {
+  const acquisition::DecodeSettings settings{dataType_, endpointPath_, expression_.Get(),
+                                             useBoardKev_.load(std::memory_order_relaxed), &clock_};
+  acquisition::Decode(entries, settings, [this](std::unique_ptr<PayloadBatch> batch) { Push(std::move(batch)); });
 }
 
 void Source_Thread::Push(std::unique_ptr<PayloadBatch> batch) {

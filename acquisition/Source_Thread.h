@@ -26,7 +26,9 @@ public:
   void SetUseBoardKev(bool use) { useBoardKev_.store(use, std::memory_order_relaxed); }
   void RestartClock() { clock_.Restart(); }
 
-  /// Ends the loop after the block in hand and waits for the thread. Main thread.
+  /// Ends the loop after the block in hand. Main thread.
+  void RequestStop();
+  /// The same, and waits for the thread.
   void Stop();
 
 protected:
@@ -36,6 +38,7 @@ private:
   void StartWaveEndpoint() const;
   bool ReadOnce();
   void DecodeBlock(board::ReadBlock& block);
+  void DecodeEntries(std::span<const board::Entry> entries);
   void Push(std::unique_ptr<PayloadBatch> batch);
   void Pause(unsigned long milliseconds);
   bool IsStopping() const { return stopping_.load(std::memory_order_relaxed); }

@@ -18,7 +18,8 @@ void SetHeader(KorvaxPayload_Waves& waves, const board::WaveGroupRecord& group) 
 
 bool IsPlausible(const board::WaveGroupRecord& group) {
   return group.data != nullptr && group.waves <= MostWaves && group.samplesPerWave >= 0 &&
-         group.samplesPerWave <= MostSamples;
+         group.samplesPerWave <= MostSamples &&
+         qint64{group.waves} * group.samplesPerWave <= MostSamplesOfGroup;
 }
 
 std::unique_ptr<KorvaxPayload_Wave> WaveOf(const board::WaveGroupRecord& group, qint32 index) {
@@ -49,7 +50,8 @@ void DecodeWaveform(std::span<const board::Entry> entries, const BatchSink& sink
       continue;
     }
     SetHeader(*waves, *group);
-    for (qint32 w = 0; IsPlausible(*group) && w < group->waves; ++w) {
+    const qint32 count = IsPlausible(*group) ? group->waves : 0;
+    for (qint32 w = 0; w < count; ++w) {
       waves->waves.push_back(WaveOf(*group, w));
     }
   }

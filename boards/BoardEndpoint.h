@@ -13,7 +13,7 @@ enum class EndpointType : int { EnergySciU32 = 0, Other = 1 };
 struct BoardEndpoint {
   QString name;
   QString text;  ///< label
-  QString path;
+  QString path;  ///< kept for clients; reads go by the source's "pin" text
   bool enabled = false;
   EndpointType type = EndpointType::Other;
 

@@ -1,14 +1,12 @@
 #include "boards/BoardParameter.h"
 
-#include <QJsonArray>
+#include "boards/TextCode.h"
 
-#include <algorithm>
-#include <array>
-#include <utility>
+#include <QJsonArray>
 
 namespace {
 
-constexpr std::array<std::pair<const char*, ParameterValueType>, 7> TypeTexts{{
+constexpr std::array<korvax::TextCode<ParameterValueType>, 7> TypeTexts{{
     {"string_array", ParameterValueType::StringArray},
     {"list", ParameterValueType::List},
     {"u32", ParameterValueType::U32},
@@ -18,17 +16,11 @@ constexpr std::array<std::pair<const char*, ParameterValueType>, 7> TypeTexts{{
     {"u32_array", ParameterValueType::U32Array},
 }};
 
-ParameterValueType TypeOf(const QString& text) {
-  const auto found = std::find_if(TypeTexts.begin(), TypeTexts.end(),
-                                  [&text](const auto& entry) { return text == QLatin1String(entry.first); });
-  return found == TypeTexts.end() ? ParameterValueType::Unset : found->second;
-}
-
 // Element i of the array is bit i of the mask, so the texts are joined from the last to the first.
 QString BitMask(const QJsonArray& values) {
   QString binary;
-  for (const QJsonValue& value : values) {
-    binary.prepend(value.toString());
+  for (int i = values.size() - 1; i >= 0; --i) {
+    binary += values[i].toString();
   }
   return QString::number(binary.toULongLong(nullptr, 2));
 }
@@ -60,7 +52,7 @@ BoardParameter BoardParameter::FromJson(const QJsonObject& element) {
   parameter.name = element["name"].toString();
   parameter.path = element["path"].toString();
   parameter.writable = element["access"].toString() != QLatin1String("read_only");
-  parameter.type = TypeOf(element["value_type"].toString());
+  parameter.type = korvax::CodeOf(element["value_type"].toString(), TypeTexts, ParameterValueType::Unset);
   if (!parameter.writable) {
     return parameter;
   }

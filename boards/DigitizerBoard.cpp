@@ -10,7 +10,9 @@
 
 namespace {
 
-constexpr std::size_t ValueBufferSize = 64;
+constexpr std::size_t LongestValue = 63;
+// A library that writes more than it may shouldn't reach what lies behind.
+constexpr std::size_t Slack = 192;
 
 // Kept: the result of a configuration write is shown as the character of its low byte, not as a number.
 char ResultCharacter(qint32 result) {
@@ -56,9 +58,9 @@ qint32 DigitizerBoard::GetValue(const QString& query, QString& out) const {
   if (get == nullptr) {
     return FunctionMissing;
   }
-  std::array<char, ValueBufferSize> buffer{};
+  std::array<char, LongestValue + 1 + Slack> buffer{};
   const qint32 result = get(handle_, query.toLatin1().constData(), buffer.data());
-  buffer.back() = '\0';
+  buffer[LongestValue] = '\0';
   out = QString::fromLatin1(buffer.data());
   return result;
 }

@@ -48,7 +48,8 @@ public:
   /// Replaces the parameter tree by the entry's "configs" and writes the parameters marked for it. Always true:
   /// a failing write is only shown in the log.
   bool ApplyConfigs(const QJsonObject& entry);
-  /// Replaces the endpoints by the entry's "endpoints". Always true.
+  /// Replaces the endpoints by the entry's "endpoints". Always true. Before any source is bound only: sources and
+  /// their threads refer to the endpoints.
   bool LoadEndpoints(const QJsonObject& entry);
   /// Reads the entry's "commands" and attaches them to the endpoints, which must be loaded before.
   void LoadCommands(const QJsonObject& entry);

@@ -6,6 +6,15 @@
 #include <QWebSocket>
 #include <QtDebug>
 
+namespace {
+
+// One message may be this long, and one client owe us the reading of this much: a client that sends without end, or
+// never reads, must not take the memory of the acquisition.
+constexpr quint64 LongestMessage = quint64{256} << 20;
+constexpr qint64 MostUnsentBytes = qint64{256} << 20;
+
+}  // namespace
+
 MainWebSocket::MainWebSocket(quint16 port, bool debug, const BlockList* blockList, QObject* parent)
     : QObject(parent), server_(QStringLiteral("Main Server"), QWebSocketServer::NonSecureMode), debug_(debug) {
   if (!server_.listen(QHostAddress::Any, port)) {
@@ -32,10 +41,22 @@ void MainWebSocket::onNewConnection() {
   if (client == nullptr) {
     return;
   }
+  client->setMaxAllowedIncomingFrameSize(LongestMessage);
+  client->setMaxAllowedIncomingMessageSize(LongestMessage);
   connect(client, &QWebSocket::textMessageReceived, this, &MainWebSocket::processTextMessage);
   connect(client, &QWebSocket::binaryMessageReceived, this, &MainWebSocket::processBinaryMessage);
   connect(client, &QWebSocket::disconnected, this, &MainWebSocket::socketDisconnected);
   clients_ << client;
+}
+
+bool MainWebSocket::KeepsReading(QWebSocket& client) {
+  if (client.bytesToWrite() <= MostUnsentBytes) {
+    return true;
+  }
+  qInfo() << "Client" << client.peerAddress().toString() << "disconnected: it has not read its answers, of which"
+          << client.bytesToWrite() << "bytes wait. Read every answer before asking on.";
+  client.abort();
+  return false;
 }
 
 void MainWebSocket::processTextMessage(const QString& message) {
@@ -48,7 +69,7 @@ void MainWebSocket::processTextMessage(const QString& message) {
   if (debug_) {
     qDebug() << "Message received:" << message;
   }
-  if (client != nullptr) {
+  if (client != nullptr && KeepsReading(*client)) {
     client->sendTextMessage(answer);
   }
 }
@@ -58,7 +79,7 @@ void MainWebSocket::processBinaryMessage(const QByteArray& message) {
   if (debug_) {
     qDebug() << "Binary Message received:" << message;
   }
-  if (client != nullptr) {
+  if (client != nullptr && KeepsReading(*client)) {
     client->sendBinaryMessage(message);
   }
 }

@@ -10,7 +10,8 @@ class QWebSocket;
 
 /// The one network entry of the server: a plain WebSocket on every local address. Hands each text message to the
 /// block that its route names and sends the answer back on the same connection, even an empty one; echoes binary
-/// messages. Main thread.
+/// messages. A client that sends a message of more than 256 MiB, or lets more than that of its answers wait, is
+/// disconnected. Main thread.
 class MainWebSocket : public QObject {
   Q_OBJECT
 
@@ -34,6 +35,9 @@ private slots:
   void socketDisconnected();
 
 private:
+  /// False, and the client is disconnected, when it lets too many answer bytes wait.
+  static bool KeepsReading(QWebSocket& client);
+
   QWebSocketServer server_;
   QList<QWebSocket*> clients_;  // owned; in order of acceptance
   const bool debug_;

@@ -8,7 +8,8 @@
 class DigitizerBoard;
 class KorvaxBlock;
 
-/// Boards in file order, blocks in the order of their creation. Owned by start-up for the life of the process.
+/// Boards in file order, blocks in the order of their creation. Owned by start-up for the life of the process. A
+/// block reads the pins of blocks before it: stop all workers, then destroy from the back.
 using BoardList = std::vector<std::unique_ptr<DigitizerBoard>>;
 using BlockList = std::vector<std::unique_ptr<KorvaxBlock>>;
 

@@ -16,6 +16,8 @@
 #ifdef KORVAX_THREAD_SANITIZER
 extern "C" void __tsan_acquire(void* address);
 extern "C" void __tsan_release(void* address);
+extern "C" void __tsan_ignore_thread_begin();
+extern "C" void __tsan_ignore_thread_end();
 #endif
 
 namespace korvax {
@@ -33,6 +35,20 @@ inline void HappensBefore([[maybe_unused]] void* address) {
   __tsan_release(address);
 #endif
 }
+
+/// While one lives, the thread sanitizer doesn't watch this thread's memory. For the emission of a signal that
+/// crosses threads: its event is made here and deleted by the receiver's thread, ordered by a mutex inside Qt.
+class SignalCrossing {
+public:
+#ifdef KORVAX_THREAD_SANITIZER
+  SignalCrossing() { __tsan_ignore_thread_begin(); }
+  ~SignalCrossing() { __tsan_ignore_thread_end(); }
+#else
+  SignalCrossing() {}
+#endif
+  SignalCrossing(const SignalCrossing&) = delete;
+  SignalCrossing& operator=(const SignalCrossing&) = delete;
+};
 
 /// Holds a mutex from construction to destruction.
 class Lock {

@@ -21,6 +21,7 @@ bool PinOutput::Push(DataMessage&& message) {
     size = static_cast<int>(queue_.size());
     size_.store(size, std::memory_order_relaxed);
   }
+  const korvax::SignalCrossing crossing;
   emit NewDataPushedInPin(size);
   return true;
 }

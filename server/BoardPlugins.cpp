@@ -6,11 +6,7 @@
 
 namespace {
 
-#ifdef Q_OS_WIN
-constexpr const char* LibraryFilter = "*.dll";
-#else
 constexpr const char* LibraryFilter = "*.so";
-#endif
 
 bool IsCandidate(const QString& fileName) {
   return fileName.startsWith(QLatin1String("CAENDig2")) || fileName.startsWith(QLatin1String("libCAENDig2"));

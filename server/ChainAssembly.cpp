@@ -3,7 +3,20 @@
 #include "framework/KorvaxBlock.h"
 #include "server/BlockFactory.h"
 
+#include <QtDebug>
+
 #include <algorithm>
+
+namespace {
+
+// In quotes and on one line, whatever the text holds.
+QString Quoted(const QString& text) {
+  QString quoted;
+  QDebug(&quoted).nospace() << text;
+  return quoted;
+}
+
+}  // namespace
 
 ChainAssembly::ChainAssembly(const BoardList& boards, BlockList& blocks, const QString& configurationPath)
     : boards_(boards), blocks_(blocks), configurationPath_(configurationPath) {}
@@ -32,8 +45,8 @@ QString ChainAssembly::BuildChain(int group, const QJsonObject& chain) {
         QStringLiteral("processing/%1/filter_chain/").arg(group) + chainName + QStringLiteral("/chain/") + blockName;
     const QString fault = BuildBlock(fullPath, description);
     if (!fault.isEmpty()) {
-      return QStringLiteral("Processing group %1, chain \"").arg(group) + chainName +
-             QStringLiteral("\", block \"") + blockName + QStringLiteral("\", ") + fault;
+      return QStringLiteral("Processing group %1, chain ").arg(group) + Quoted(chainName) +
+             QStringLiteral(", block ") + Quoted(blockName) + QStringLiteral(", ") + fault;
     }
   }
   return {};
@@ -44,7 +57,7 @@ QString ChainAssembly::BuildBlock(const QString& fullPath, const QJsonObject& de
   auto block = BlockFactory::Create(type, {&boards_, &blocks_, fullPath, configurationPath_}, description);
   if (block == nullptr) {
     return QStringLiteral("key \"block_type\": expected one of ") + BlockFactory::KnownTypes() +
-           QStringLiteral("; found \"") + type + QStringLiteral("\"");
+           QStringLiteral("; found ") + Quoted(type);
   }
   QString fault = block->Fault();
   if (fault.isEmpty() && type != QLatin1String("source")) {
@@ -80,19 +93,19 @@ QString ChainAssembly::LinkInput(const QJsonObject& source, int index, KorvaxBlo
   KorvaxBlock* const upstream = FindBlock(upstreamName);
   if (upstream == nullptr) {
     return QStringLiteral("key \"sources\"[%1].\"source\": expected the name of a block that stands earlier in the "
-                          "file; found \"")
+                          "file; found ")
                .arg(index) +
-           upstreamName + QStringLiteral("\"");
+           Quoted(upstreamName);
   }
   // Kept: the pin is a text; a JSON number reads as pin 0.
   const int pin = source["pin"].toString().toInt();
   const auto outputs = static_cast<int>(upstream->Outputs().size());
   if (pin < 0 || pin >= outputs) {
     return QStringLiteral("key \"sources\"[%1].\"pin\": expected the index, as a text, of one of the %2 output pins "
-                          "of \"")
+                          "of ")
                .arg(index)
                .arg(outputs) +
-           upstreamName + QStringLiteral("\", counted from 0; found %1").arg(pin);
+           Quoted(upstreamName) + QStringLiteral(", counted from 0; found %1").arg(pin);
   }
   block.Inputs()[static_cast<std::size_t>(index)]->Connect(upstream->Outputs()[static_cast<std::size_t>(pin)].get());
   return {};

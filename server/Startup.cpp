@@ -12,10 +12,32 @@
 #include <QFileInfo>
 #include <QtDebug>
 
+namespace {
+
+std::optional<int> PrepareStorage(const QString& folder) {
+  const QFileInfo info(folder);
+  if (!info.exists()) {
+    qInfo() << "Storage folder does not exist on this server. Create: " << folder << " and check write permission";
+    return 1;
+  }
+  if (!info.isWritable()) {
+    qInfo() << "Storage folder is not writable. Create: " << folder
+            << " and check write permission for current user";
+    return 1;
+  }
+  qInfo() << "Storage folder is: " << folder;
+  return std::nullopt;
+}
+
+}  // namespace
+
 Startup::Startup(const QString& configurationPath) : configurationPath_(configurationPath) {}
 
 Startup::~Startup() {
   webSocket_.reset();
+  // All sources at once, as each may still wait for its board; then the workers in chain order.
+  ForEachSource([](Source& source) { source.RequestStop(); });
+  ForEachSource([](Source& source) { source.StopWorker(); });
   for (const auto& block : blocks_) {
     block->StopWorker();
   }
@@ -55,22 +77,7 @@ std::optional<int> Startup::Prepare() {
   }
   ArmBoards();
   webSocket_ = std::make_unique<MainWebSocket>(Port, false, &blocks_);
-  StartSources();
-  return std::nullopt;
-}
-
-std::optional<int> Startup::PrepareStorage(const QString& folder) const {
-  const QFileInfo info(folder);
-  if (!info.exists()) {
-    qInfo() << "Storage folder does not exist on this server. Create: " << folder << " and check write permission";
-    return 1;
-  }
-  if (!info.isWritable()) {
-    qInfo() << "Storage folder is not writable. Create: " << folder
-            << " and check write permission for current user";
-    return 1;
-  }
-  qInfo() << "Storage folder is: " << folder;
+  ForEachSource([](Source& source) { source.Run(); });
   return std::nullopt;
 }
 
@@ -79,7 +86,7 @@ std::optional<int> Startup::BuildChain(const Configuration& configuration) {
   if (fault.isEmpty()) {
     return std::nullopt;
   }
-  qInfo().noquote() << QString(fault).replace(QLatin1Char('\n'), QLatin1Char(' '));  // names may hold anything
+  qInfo().noquote() << fault;
   return 1;
 }
 
@@ -91,10 +98,10 @@ void Startup::ArmBoards() const {
   }
 }
 
-void Startup::StartSources() const {
+void Startup::ForEachSource(const std::function<void(Source&)>& action) const {
   for (const auto& block : blocks_) {
-    if (block->BlockType() == QLatin1String("source")) {
-      static_cast<Source&>(*block).Run();
+    if (auto* const source = qobject_cast<Source*>(block.get())) {
+      action(*source);
     }
   }
 }

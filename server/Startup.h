@@ -5,9 +5,11 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class MainWebSocket;
+class Source;
 struct Configuration;
 
 /// Brings the server up in its fixed order and owns everything that lives as long as the process. Main thread.
@@ -27,10 +29,9 @@ public:
   int Run();
 
 private:
-  std::optional<int> PrepareStorage(const QString& folder) const;
   std::optional<int> BuildChain(const Configuration& configuration);
   void ArmBoards() const;
-  void StartSources() const;
+  void ForEachSource(const std::function<void(Source&)>& action) const;
 
   const QString configurationPath_;
   BoardPlugins plugins_;

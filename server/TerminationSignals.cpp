@@ -33,6 +33,9 @@ void Handle(int signal) {
 
 TerminationSignals::TerminationSignals() {
   const int descriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  if (descriptor < 0) {
+    return;  // signals then end the process as they do by default
+  }
   wakeDescriptor.store(descriptor, std::memory_order_relaxed);
   notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
@@ -44,6 +47,9 @@ TerminationSignals::TerminationSignals() {
 }
 
 TerminationSignals::~TerminationSignals() {
+  if (notifier_ == nullptr) {
+    return;
+  }
   std::signal(SIGINT, SIG_DFL);
   std::signal(SIGTERM, SIG_DFL);
   notifier_.reset();

@@ -25,7 +25,7 @@ private:
 };
 
 layout::EnergyRecord EnergyRecordOf(const Hit& hit) {
-  return {hit.timestamp, hit.channel, hit.energyRaw, hit.energyKeV, hit.firstFlag, hit.secondFlag, 0, 0};
+  return {hit.timestamp, hit.channel, hit.energyRaw, hit.energyKeV, hit.firstFlag, hit.secondFlag, 0, hit.number};
 }
 
 layout::PairRecord PairRecordOf(const Hit& hit) {

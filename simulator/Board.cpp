@@ -45,6 +45,17 @@ bool FitChannels(BoardSettings& settings, const std::vector<Hit>& recorded) {
   return highest < settings.generator.channels;
 }
 
+Status LoadRecording(BoardSettings& settings, std::vector<Hit>& recorded) {
+  if (settings.file.empty()) {
+    return Status::BadConnectionString;
+  }
+  const Status status = LoadHits(settings.file, recorded);
+  if (status != Status::Ok) {
+    return status;
+  }
+  return FitChannels(settings, recorded) ? Status::Ok : Status::BadChannels;
+}
+
 bool Applies(Endpoint& endpoint, std::string_view verb) {
   if (EqualsIgnoringCase(verb, "start")) {
     endpoint.Start();
@@ -84,11 +95,10 @@ std::unique_ptr<Board> Board::Open(std::string_view connection, Clock clock, std
   }
   std::vector<Hit> recorded;
   if (settings->mode == Mode::Replay) {
-    std::optional<std::vector<Hit>> loaded = LoadHits(settings->file);
-    if (!loaded || !FitChannels(*settings, *loaded)) {
+    status = static_cast<std::int32_t>(LoadRecording(*settings, recorded));
+    if (status != 0) {
       return nullptr;
     }
-    recorded = std::move(*loaded);
   }
   status = static_cast<std::int32_t>(Status::Ok);
   return std::unique_ptr<Board>(

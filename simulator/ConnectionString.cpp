@@ -61,6 +61,7 @@ constexpr std::array keys{
     Key{"source", InArray | InFull, [](S& s, V v) { return Assign(s.generator.source, SourceFromName(v)); }},
     Key{"rate", InArray | InFull, [](S& s, V v) { return Real(s.generator.rate, v, 0.001, 1e6); }},
     Key{"seed", InArray | InFull, [](S& s, V v) { return Whole<std::uint64_t>(s.generator.seed, v, 0, ~0ULL); }},
+    Key{"gain", InArray | InFull, [](S& s, V v) { return Real(s.generator.gain, v, 0.01, 1000.0); }},
     Key{"coincidence", InArray | InFull, [](S& s, V v) { return Real(s.generator.coincidence, v, 0.0, 1.0); }},
     Key{"disorder", InArray | InFull,
         [](S& s, V v) { return Whole<std::uint32_t>(s.generator.disorder, v, 0, 1'000'000'000); }},

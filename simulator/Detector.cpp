@@ -1,6 +1,7 @@
 #include "simulator/Detector.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace korvax::sim {
@@ -8,6 +9,7 @@ namespace korvax::sim {
 Detector::Detector(std::unique_ptr<EventFeed> feed, const DetectorSettings& settings,
                    const ChannelSwitches& switches, Clock clock)
     : settings_(settings), switches_(switches), clock_(clock), feed_(std::move(feed)), time_(clock) {
+  numbers_.assign(switches_.Count(), 0);
   ClearCounters();
 }
 
@@ -32,7 +34,7 @@ void Detector::Stop(Stream stream) {
 
 void Detector::Reset(Stream stream) {
   const std::lock_guard lock(mutex_);
-  Advance();  // what has happened so far happened with the counters and queues as they were
+  Advance(Backlog::IsLost);  // what has happened so far happened with the counters and queues as they were
   if (stream == Stream::Counters) {
     ClearCounters();
   } else if (Governs(stream)) {
@@ -59,7 +61,7 @@ bool Detector::Governs(Stream stream) const {
 }
 
 void Detector::SetStarted(Stream stream, bool started) {
-  Advance();
+  Advance(Backlog::IsLost);
   started_[static_cast<std::size_t>(stream)] = started;
   time_.SetRunning(ShouldRun());
 }
@@ -73,6 +75,8 @@ void Detector::Restart() {
   timeBeforeRestart_ += time_.Now();
   time_.Reset();
   feed_->Restart();
+  jumpedNs_ = 0;
+  numbers_.assign(switches_.Count(), 0);
   energy_.clear();
   pairs_.clear();
 }
@@ -85,18 +89,51 @@ void Detector::ClearCounters() {
   t0Cleared_ = T0Pulses();
 }
 
-void Detector::Advance() {
-  constexpr std::size_t mostAtOnce = 1 << 16;  // a looping replay with all channels off never ends
-  const std::uint64_t now = time_.Now();
+void Detector::Advance(Backlog backlog) {
+  CountT0();
+  inBefore_ = in_;
+  const std::uint64_t now = FeedTime();
+  const std::uint64_t first = feed_->NextDue();
+  std::size_t taken = 0;
+  while (taken < MostAtOnce && MayTake() && feed_->NextDue() <= now) {
+    Deliver(feed_->Take());
+    ++taken;
+  }
+  if (taken == MostAtOnce && !settings_.lossless) {
+    JumpBacklog(first, backlog == Backlog::Waits ? Room() : 0);
+  }
+}
+
+void Detector::CountT0() {
   if (settings_.t0Rate > 0.0) {
     in_.back() = out_.back() = T0Pulses() - t0Cleared_;
   }
-  for (std::size_t taken = 0; MayTake() && feed_->NextDue() <= now; ++taken) {
-    if (settings_.lossless && taken == mostAtOnce) {
-      return;
-    }
-    Deliver(feed_->Take());
+}
+
+// The feed's sequence isn't thinned but goes on later: between hits at Poisson times a gap can be anywhere.
+void Detector::JumpBacklog(std::uint64_t first, std::size_t room) {
+  const std::uint64_t now = FeedTime();
+  const std::uint64_t next = feed_->NextDue();
+  if (next > now || next <= first) {
+    return;
   }
+  const auto behind = static_cast<double>(now - next);
+  const auto sampled = static_cast<double>(next - first);
+  const double kept = sampled * static_cast<double>(room) / static_cast<double>(MostAtOnce);
+  const double jumped = std::max(0.0, std::floor(behind - kept));
+  jumpedNs_ += static_cast<std::uint64_t>(jumped);
+  for (std::size_t channel = 0; channel < numbers_.size(); ++channel) {
+    const auto seen = static_cast<double>(in_[channel] - inBefore_[channel]);
+    const auto lost = static_cast<std::uint64_t>(std::llround(seen * jumped / sampled));
+    in_[channel] += lost;
+    numbers_[channel] += lost;
+  }
+}
+
+std::size_t Detector::Room() const {
+  const std::size_t energies = Started(Stream::Energy) ? settings_.queue - energy_.size() : 0;
+  const std::size_t pairs = Started(Stream::Pairs) ? settings_.queue - pairs_.size() : 0;
+  return std::max(energies, pairs);
 }
 
 // A lossless feed waits for the reader of the energy endpoint.
@@ -104,11 +141,14 @@ bool Detector::MayTake() const {
   return !settings_.lossless ? ShouldRun() : Started(Stream::Energy) && energy_.size() < settings_.block;
 }
 
-void Detector::Deliver(const Hit& hit) {
+void Detector::Deliver(Hit hit) {
   if (!switches_.Sees(hit.channel, hit.energyRaw)) {
     return;
   }
   ++in_[hit.channel];
+  hit.number = static_cast<std::uint32_t>(++numbers_[hit.channel]);
+  hit.timestamp += jumpedNs_;
+  hit.partnerTimestamp += jumpedNs_;
   if (Started(Stream::Energy)) {
     Enqueue(energy_, hit);
   }
@@ -124,7 +164,7 @@ void Detector::Enqueue(std::deque<Hit>& queue, const Hit& hit) const {
 }
 
 Attempt Detector::AttemptHits(Stream stream) {
-  Advance();
+  Advance(Backlog::Waits);
   if (settings_.lossless && stream == Stream::Pairs) {
     return {};  // recorded hits don't tell of partners
   }
@@ -137,7 +177,7 @@ Attempt Detector::WhenNext() {
   if (next == EventFeed::Never) {
     return {nullptr, Status::EndOfData, EventFeed::Never};
   }
-  const std::uint64_t now = time_.Now();
+  const std::uint64_t now = FeedTime();
   return {nullptr, Status::Timeout, next > now ? next - now : 0};
 }
 
@@ -160,7 +200,7 @@ void Detector::CountOut(const Hit& hit, bool withPartner) {
 }
 
 Attempt Detector::AttemptCounters() {
-  Advance();
+  Advance(Backlog::Waits);
   const std::uint64_t now = clock_();
   if (now < nextCounters_) {
     return {nullptr, Status::Timeout, nextCounters_ - now};

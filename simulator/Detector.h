@@ -19,11 +19,22 @@ struct DetectorSettings {
   bool lossless = false;
 };
 
+// What becomes of the hits that one call may not generate any more: they wait for the calls to come as far
+// as queues have room for them, or all are lost.
+enum class Backlog { Waits, IsLost };
+
 enum class Stream : std::size_t { Energy, Pairs, Counters };
 
 // The one detector behind the endpoints "energy", "energy_pair" and "rate_counters", which thus tell of
 // the same hits. Its time is that during which one of them was started; hits are made when a read asks
-// for them, as many as the time calls for. Thread-safe.
+// for them, as many as the time calls for, but at most MostAtOnce by one call. Thread-safe.
+//
+// Where more than that are due, a read leaves the rest to the reads that follow, as far as the queues of the
+// started endpoints have room for them, each hit taken for one that needs a place. Hits beyond that could
+// reach nobody and are jumped over, as is the whole rest by start, stop and reset, so that these find the
+// detector at the present: time goes on, and the hits are counted as in at the rate per channel of the
+// MostAtOnce ones that this call generated. Who never lets that many wait gets each hit, the same for a seed.
+// A lossless feed is never jumped over.
 //
 // Reset of the energy endpoint restarts the detector at time 0 (with the energy endpoint stopped, reset of
 // the pair endpoint does so too), empties what waits, and makes the same hits anew; so does the start that
@@ -33,6 +44,8 @@ enum class Stream : std::size_t { Energy, Pairs, Counters };
 // "energy", or while that is stopped by "energy_pair".
 class Detector {
 public:
+  static constexpr std::size_t MostAtOnce = 1 << 16;
+
   Detector(std::unique_ptr<EventFeed> feed, const DetectorSettings& settings, const ChannelSwitches& switches,
            Clock clock);
 
@@ -49,9 +62,16 @@ private:
   bool ShouldRun() const;
   void Restart();
   void ClearCounters();
-  void Advance();
+  // Brings the detector to the present, or as near as one call may.
+  void Advance(Backlog backlog);
+  void CountT0();
   bool MayTake() const;
-  void Deliver(const Hit& hit);
+  // Jumps over what is lost of a backlog; the MostAtOnce hits before it took the time since `first`.
+  void JumpBacklog(std::uint64_t first, std::size_t room);
+  std::size_t Room() const;
+  // The time as the feed counts it.
+  std::uint64_t FeedTime() const { return time_.Now() - jumpedNs_; }
+  void Deliver(Hit hit);
   void Enqueue(std::deque<Hit>& queue, const Hit& hit) const;
   Attempt AttemptHits(Stream stream);
   Attempt WhenNext();
@@ -73,6 +93,9 @@ private:
   std::deque<Hit> energy_;
   std::deque<Hit> pairs_;
   std::vector<std::uint64_t> in_, out_, inAtStart_, outAtStart_;  // the last one is T0
+  std::vector<std::uint64_t> inBefore_;                           // in_ as the last advance found it
+  std::vector<std::uint64_t> numbers_;                            // per channel, in since the restart
+  std::uint64_t jumpedNs_ = 0;                                    // since the restart
   std::uint64_t timeBeforeRestart_ = 0;
   std::uint64_t t0Cleared_ = 0;
   std::uint64_t nextCounters_ = 0;

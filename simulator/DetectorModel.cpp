@@ -118,11 +118,11 @@ double DetectorModel::DrawDeposit(Random& random) const {
   return DrawLine(lines_.back().keV, random);
 }
 
-ChannelGain::ChannelGain(std::uint64_t seed, std::uint32_t channel)
-    : rawPerKeV_(4.0 * Random(seed, 0x6761696e00000000U + channel).Uniform(0.95, 1.05)) {}
+ChannelGain::ChannelGain(std::uint64_t seed, std::uint32_t channel, double meanRawPerKeV)
+    : rawPerKeV_(meanRawPerKeV * Random(seed, 0x6761696e00000000U + channel).Uniform(0.95, 1.05)) {}
 
 std::uint32_t ChannelGain::ToRaw(double keV) const {
-  return static_cast<std::uint32_t>(std::lround(std::clamp(keV * rawPerKeV_, 0.0, 65535.0)));
+  return static_cast<std::uint32_t>(std::lround(std::clamp<double>(keV * rawPerKeV_, 0.0, Saturated)));
 }
 
 }  // namespace korvax::sim

@@ -48,11 +48,14 @@ private:
 // What the electronics of one channel makes of an energy.
 class ChannelGain {
 public:
-  // Around 4 raw units per keV, within 5 % of it, given by seed and channel.
-  ChannelGain(std::uint64_t seed, std::uint32_t channel);
+  static constexpr double DefaultRawPerKeV = 4.0;
+  static constexpr std::uint32_t Saturated = 65535;
+
+  // Within 5 % of the mean gain, given by seed and channel.
+  ChannelGain(std::uint64_t seed, std::uint32_t channel, double meanRawPerKeV = DefaultRawPerKeV);
 
   double RawPerKeV() const { return rawPerKeV_; }
-  // Rounded; 16 bits, what is more saturates at 65535.
+  // Rounded; 16 bits, what is more is Saturated.
   std::uint32_t ToRaw(double keV) const;
 
 private:

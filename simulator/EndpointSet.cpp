@@ -22,8 +22,12 @@ EndpointSet MakeDetectorEndpoints(std::unique_ptr<EventFeed> feed, const Detecto
           std::make_unique<DetectorEndpoint>(detector, Stream::Counters)};
 }
 
+WaveformMaker MakeWaveformMaker(const GeneratorSettings& settings) {
+  return WaveformMaker(settings.source, settings.seed, settings.gain);
+}
+
 std::unique_ptr<Endpoint> MakeWaveform(const BoardSettings& settings, double rate, BoardState& state) {
-  const WaveformMaker maker(settings.generator.source, settings.generator.seed);
+  const WaveformMaker maker = MakeWaveformMaker(settings.generator);
   return std::make_unique<WaveformEndpoint>(maker, rate, state.samples, state.switches, state.clock);
 }
 
@@ -36,6 +40,13 @@ std::vector<Hit> TakeHits(EventGenerator& generator, std::size_t count, bool pai
     }
   }
   return hits;
+}
+
+// Goes on from the channels' numbers so far, and leaves them at the last ones given.
+void NumberHits(std::vector<Hit>& hits, std::vector<std::uint32_t>& numbers) {
+  for (Hit& hit : hits) {
+    hit.number = ++numbers[hit.channel];
+  }
 }
 
 std::unique_ptr<Endpoint> MakeFullPairs(const BoardSettings& settings) {
@@ -52,7 +63,7 @@ std::unique_ptr<Endpoint> MakeFullPairs(const BoardSettings& settings) {
 
 std::unique_ptr<Endpoint> MakeFullWaveforms(const BoardSettings& settings, BoardState& state) {
   constexpr double periodNs = 1e6;
-  const WaveformMaker maker(settings.generator.source, settings.generator.seed);
+  const WaveformMaker maker = MakeWaveformMaker(settings.generator);
   std::vector<std::shared_ptr<Block>> blocks;
   for (std::size_t variant = 0; variant < WaveVariants; ++variant) {
     const std::uint64_t first = 1 + variant * settings.groups;
@@ -79,8 +90,10 @@ EndpointSet MakeFullEndpoints(const BoardSettings& settings, BoardState& state) 
   EventGenerator generator(settings.generator);
   std::vector<std::shared_ptr<Block>> blocks;
   std::vector<ChannelCounts> counts;
+  std::vector<std::uint32_t> numbers(settings.generator.channels, 0);
   for (std::size_t variant = 0; variant < EnergyVariants; ++variant) {
-    const std::vector<Hit> hits = TakeHits(generator, settings.events, false);
+    std::vector<Hit> hits = TakeHits(generator, settings.events, false);
+    NumberHits(hits, numbers);
     blocks.push_back(MakeEnergyBlock(hits));
     counts.push_back(CountChannels(hits, settings.generator.channels));
   }

@@ -1,6 +1,7 @@
 #include "simulator/EventGenerator.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace korvax::sim {
 namespace {
@@ -30,7 +31,7 @@ EventGenerator::EventGenerator(const GeneratorSettings& settings)
       random_(settings.seed, EventStream) {
   for (std::uint32_t channel = 0; channel < settings.channels; ++channel) {
     Random delay(settings.seed, DelayStream + channel);
-    gains_.emplace_back(settings.seed, channel);
+    gains_.emplace_back(settings.seed, channel, settings.gain);
     delays_.push_back(static_cast<std::uint64_t>(delay.Uniform() * settings.disorder));
   }
   Restart();
@@ -39,6 +40,7 @@ EventGenerator::EventGenerator(const GeneratorSettings& settings)
 void EventGenerator::Restart() {
   random_ = Random(settings_.seed, EventStream);
   pending_ = {};
+  pileUpUntil_.assign(settings_.channels, 0);
   made_ = 0;
   nextDecayNs_ = random_.Exponential(meanDistanceNs_);
 }
@@ -50,8 +52,10 @@ std::uint64_t EventGenerator::NextDue() {
 
 Hit EventGenerator::Take() {
   Prepare();
-  const Hit hit = pending_.top().hit;
+  Hit hit = pending_.top().hit;
   pending_.pop();
+  // Here and not where hits are made: only here those of a channel are in order.
+  hit.firstFlag = hit.timestamp < std::exchange(pileUpUntil_[hit.channel], hit.timestamp + PileUpNs) ? 1 : 0;
   return hit;
 }
 
@@ -98,6 +102,7 @@ Hit EventGenerator::MakeHit(std::uint32_t channel, double timeNs, double keV) co
   hit.channel = channel;
   hit.energyKeV = keV;
   hit.energyRaw = gains_[channel].ToRaw(keV);
+  hit.secondFlag = hit.energyRaw == ChannelGain::Saturated ? 1 : 0;
   return hit;
 }
 

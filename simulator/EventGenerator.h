@@ -13,6 +13,7 @@ struct GeneratorSettings {
   double rate = 20000.0;  // hits per second, all channels together
   RadioactiveSource source = RadioactiveSource::Cs137;
   std::uint64_t seed = 1;
+  double gain = ChannelGain::DefaultRawPerKeV;
   double coincidence = 0.2;        // share of the hits that have a partner, 0 to 1
   std::uint32_t disorder = 10000;  // ns; no hit is read out later than this after it happened
 };
@@ -23,9 +24,13 @@ struct GeneratorSettings {
 // Channels are read out after delays of their own, so timestamps of different channels come out of order,
 // by at most `disorder`; those of one channel stay in order. Coincident hits fall on the channels 2k and
 // 2k + 1, at most 60 ns apart.
+//
+// The first flag tells that the hit before on the same channel was less than PileUpNs ago, the second that
+// the raw energy is saturated.
 class EventGenerator : public EventFeed {
 public:
   static constexpr double MaxCoincidenceNs = 60.0;
+  static constexpr std::uint64_t PileUpNs = 1000;
 
   explicit EventGenerator(const GeneratorSettings& settings);
 
@@ -55,6 +60,7 @@ private:
   const DetectorModel model_;
   std::vector<ChannelGain> gains_;
   std::vector<std::uint64_t> delays_;
+  std::vector<std::uint64_t> pileUpUntil_;  // per channel
   double pairProbability_;
   double meanDistanceNs_;
   Random random_;

@@ -10,8 +10,9 @@ struct Hit {
   std::uint32_t channel = 0;
   std::uint32_t energyRaw = 0;
   double energyKeV = 0.0;
-  std::uint8_t firstFlag = 0;
-  std::uint8_t secondFlag = 0;
+  std::uint32_t number = 0;     // the record's extra word
+  std::uint8_t firstFlag = 0;   // pile-up
+  std::uint8_t secondFlag = 0;  // saturation
   // Of two hits in coincidence the one that is read out later carries its partner.
   bool completesPair = false;
   std::uint32_t partnerRaw = 0;

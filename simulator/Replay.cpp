@@ -19,19 +19,19 @@ Hit HitOf(const ListRecord& record) {
 
 }  // namespace
 
-std::optional<std::vector<Hit>> LoadHits(const std::string& path) {
+Status LoadHits(const std::string& path, std::vector<Hit>& hits) {
   ListFileReader reader(path);
-  std::vector<Hit> hits;
+  hits.clear();
   if (reader.State() == ListFileState::Good) {
     hits.reserve(reader.WholeRecords());
   }
   for (ListRecord record; reader.Next(record);) {
     hits.push_back(HitOf(record));
   }
-  if (reader.State() != ListFileState::Good || hits.empty()) {
-    return std::nullopt;
+  if (reader.State() == ListFileState::CannotOpen || reader.State() == ListFileState::ReadError) {
+    return Status::CannotReadFile;
   }
-  return hits;
+  return reader.State() != ListFileState::Good || hits.empty() ? Status::NoListFile : Status::Ok;
 }
 
 Replay::Replay(std::vector<Hit> hits, double speed, bool loop)

@@ -1,17 +1,17 @@
 #pragma once
 
 #include "simulator/EventFeed.h"
+#include "simulator/Status.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace korvax::sim {
 
 // The hits of a binary list file, in the order of the file; board keV energies, which such a file doesn't
-// hold, are 0. Nothing when the file can't be opened, isn't a list file, or holds no whole record; a
-// record cut off at the end is left out. Holds the file in memory, 64 bytes a hit.
-std::optional<std::vector<Hit>> LoadHits(const std::string& path);
+// hold, are 0. A record cut off at the end is left out. With status Ok there is at least one hit, else
+// the status is CannotReadFile or NoListFile. Holds the file in memory, sizeof(Hit) for each.
+Status LoadHits(const std::string& path, std::vector<Hit>& hits);
 
 // Recorded hits as a feed. A hit is due as long after the first one as it was recorded, divided by the
 // speed, and never before its forerunner; at speed 0 all are due at once. When looping, timestamps of each

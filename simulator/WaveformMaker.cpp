@@ -84,7 +84,7 @@ std::shared_ptr<Block> WaveformMaker::Make(std::uint64_t first, std::size_t coun
     Group& group = block->Add(number, timestamp, samples, channels);
     Random random(seed_, WaveStream + number);
     for (std::uint32_t channel = 0; channel < channels; ++channel) {
-      const double raw = ChannelGain(seed_, channel).ToRaw(model_.DrawSignal(random));
+      const double raw = ChannelGain(seed_, channel, gain_).ToRaw(model_.DrawSignal(random));
       const std::size_t offset = std::size_t{samples} * channel;
       const Wave wave{group.analog.data() + offset, group.digital.data() + offset, samples};
       if (switches[channel].enabled.load(std::memory_order_relaxed)) {

@@ -22,7 +22,8 @@ public:
   static constexpr double DecaySamples = 40.0;
   static constexpr std::uint64_t SamplePeriodNs = 8;
 
-  WaveformMaker(RadioactiveSource source, std::uint64_t seed) : model_(source), seed_(seed) {}
+  WaveformMaker(RadioactiveSource source, std::uint64_t seed, double gain = ChannelGain::DefaultRawPerKeV)
+      : model_(source), seed_(seed), gain_(gain) {}
 
   // `count` groups from number `first` on, `periodNs` apart, one wave for each channel.
   std::shared_ptr<Block> Make(std::uint64_t first, std::size_t count, double periodNs, std::uint32_t samples,
@@ -31,6 +32,7 @@ public:
 private:
   const DetectorModel model_;
   const std::uint64_t seed_;
+  const double gain_;  // raw units per keV
 };
 
 }  // namespace korvax::sim

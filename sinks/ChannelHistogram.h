@@ -9,12 +9,11 @@
 namespace korvax {
 class ByteWriter;
 
-/// Counters of channels × bins, unsigned 32-bit, wrapping. One thread counts; any thread reads or resets. A
-/// reset that races with counting may leave a few counts.
+/// Counters of channels × bins, unsigned 32-bit, wrapping. One thread at a time counts or resets; any thread reads.
 class ChannelHistogram {
 public:
-  /// The most counters that one histogram may have (4 GiB).
-  static constexpr qint64 MostCounters = qint64{1} << 30;
+  /// The most counters that one histogram may have: all of them as text still fit one answer.
+  static constexpr qint64 MostCounters = qint64{1} << 26;
 
   /// Zeroed. Holds no counters when a direction is 0 or less, when there would be more than MostCounters, or
   /// when there is no memory for them.
@@ -24,7 +23,7 @@ public:
   qint32 Channels() const { return channels_; }
   qint32 Bins() const { return bins_; }
 
-  /// Adds 1. Indices must be inside; the one counting thread.
+  /// Adds 1. Indices must be inside.
   void Count(qint32 channel, qint32 bin) {
     std::atomic<quint32>& counter = counters_.get()[Index(channel, bin)];
     counter.store(counter.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);

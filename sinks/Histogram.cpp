@@ -10,12 +10,9 @@
 Histogram::Histogram(QObject* parent, const ChainContext& context, const QJsonValue& block)
     : KorvaxBlock(QStringLiteral("spectrum"), false, context, parent) {
   ReadCommonKeys(block);
-  const bool configured = ParseConfiguration(block);
+  ParseConfiguration(block);
   const PinInput& input = AddInput();
   connect(&input, &PinInput::DataReady, this, &Histogram::NewDataInTheInputPin);
-  if (!configured) {
-    return;
-  }
   worker_ = std::make_unique<Histogram_Thread>(Inputs(), binNumber_, channelNumber_);
   if (binNumber_ > 0 && channelNumber_ > 0 && worker_->Counts().IsEmpty()) {
     SetFault(QStringLiteral("\"bin_number\" times \"ch_number\": expected at most %1, and memory for them")
@@ -30,11 +27,11 @@ Histogram::~Histogram() {
   StopWorker();
 }
 
-bool Histogram::ParseConfiguration(const QJsonValue& block) {
+void Histogram::ParseConfiguration(const QJsonValue& block) {
   korvax::ApplyParameters(
       block, {{QLatin1String("bin_number"), [this](const QJsonValue& value) { binNumber_ = value.toInt(); }},
               {QLatin1String("ch_number"), [this](const QJsonValue& value) { channelNumber_ = value.toInt(); }}});
-  return ParseParameters(block);
+  ParseParameters(block);
 }
 
 bool Histogram::ParseParameters(const QJsonValue& block) {
@@ -65,26 +62,19 @@ void Histogram::SetCut(double& cut, const char* label, double value) {
 }
 
 void Histogram::StopWorker() {
-  if (worker_) {
-    worker_->Stop();
-  }
+  worker_->Stop();
 }
 
 void Histogram::NewDataInTheInputPin(int /*FifoLevel*/) {
-  if (!Inputs().empty() && worker_) {
-    worker_->Wake();
-  }
+  worker_->Wake();
 }
 
 void Histogram::InterpretMessage(QString* data_in, QString* data_out) {
   const korvax::SinkQuery query = korvax::SinkQuery::Parse(*data_in);
-  if (!worker_) {
-    return;
-  }
   if (query.command == QLatin1String("get_data")) {
     AppendData(query, *data_out);
   } else if (query.command == QLatin1String("reset")) {
-    worker_->Counts().Reset();
+    worker_->ResetCounts();
     data_out->append(korvax::answers::Success());
   } else if (query.command == QLatin1String("data_get_status")) {
     data_out->append(worker_->IsRunning() ? QStringLiteral("[{\"response\": true, \"status\":\"freerun\"}]")

@@ -26,7 +26,7 @@ public slots:
   void InterpretMessage(QString* data_in, QString* data_out) override;
 
 private:
-  bool ParseConfiguration(const QJsonValue& block);
+  void ParseConfiguration(const QJsonValue& block);
   void SetCut(double& cut, const char* label, double value);
   void AppendData(const korvax::SinkQuery& query, QString& out);
 
@@ -35,5 +35,5 @@ private:
   double gain_ = 1.0;
   double energyCutMin_ = 0.0;
   double energyCutMax_ = 4294967295.0;
-  std::unique_ptr<Histogram_Thread> worker_;
+  std::unique_ptr<Histogram_Thread> worker_;  // absent only while the constructor reads the configuration
 };

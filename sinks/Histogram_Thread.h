@@ -10,30 +10,30 @@ class Histogram_Thread final : public korvax::WorkerThread {
 public:
   Histogram_Thread(const KorvaxBlock::InputPins& inputs, qint32 bins, qint32 channels);
 
-  // Main thread; each counts from the next message on.
-  void SetGain(double gain) { gain_.store(gain, std::memory_order_relaxed); }
+  // Main thread. Each waits for the message that is being counted, so that it holds for every event counted after
+  // it returns.
+  void SetGain(double gain);
   void SetCuts(double min, double max);
-  void SetRunning(bool running) { running_.store(running, std::memory_order_relaxed); }
-  bool IsRunning() const { return running_.load(std::memory_order_relaxed); }
+  void SetRunning(bool running);
+  void ResetCounts();
 
-  korvax::ChannelHistogram& Counts() { return counts_; }
+  bool IsRunning() const;
+  /// To be read only; a reading may mix the counts from before and after a message.
+  const korvax::ChannelHistogram& Counts() const { return counts_; }
 
 protected:
   void Consume(DataMessage&& message) override;
 
 private:
-  struct Rule {
-    double gain;
-    double cutMin;
-    double cutMax;
+  struct Settings {
+    double gain = 1.0;
+    double cutMin = 0.0;
+    double cutMax = 4294967295.0;
+    bool running = false;
   };
-  void CountEvent(const KorvaxPayload_Energy& event, const Rule& rule);
+  void CountEvent(const KorvaxPayload_Energy& event, const Settings& settings);
 
-  korvax::ChannelHistogram counts_;  // counted by the worker, read and reset by the main thread
-
-  // Written by the main thread, read by the worker once per message.
-  std::atomic<double> gain_ = 1.0;
-  std::atomic<double> cutMin_ = 0.0;
-  std::atomic<double> cutMax_ = 4294967295.0;
-  std::atomic<bool> running_ = false;
+  mutable QMutex mutex_;  // taken once per message
+  Settings settings_;     // guarded by mutex_
+  korvax::ChannelHistogram counts_;  // written under mutex_, read without
 };

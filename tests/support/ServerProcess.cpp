@@ -25,6 +25,10 @@ QStringList LinesOf(const QString& path) {
   return lines;
 }
 
+void Append(QProcessEnvironment& environment, const char* name, const char* options) {
+  environment.insert(QLatin1String(name), environment.value(QLatin1String(name)) + QLatin1String(options));
+}
+
 // Nothing in the caller's environment may change what the server logs, or where.
 QProcessEnvironment CleanEnvironment() {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -32,7 +36,22 @@ QProcessEnvironment CleanEnvironment() {
                            "QT_FORCE_STDERR_LOGGING", "QT_ASSUME_STDERR_HAS_CONSOLE"}) {
     environment.remove(QLatin1String(name));
   }
+  Append(environment, "TSAN_OPTIONS",
+         " history_size=7 suppressions=" KORVAX_SANITIZER_SUPPRESSIONS "/thread-sanitizer.supp");
+  Append(environment, "LSAN_OPTIONS",
+         " print_suppressions=0 suppressions=" KORVAX_SANITIZER_SUPPRESSIONS "/leak-sanitizer.supp");
   return environment;
+}
+
+// Whether the process has a handler for the signal. The server's takes itself away when it runs.
+[[maybe_unused]] bool Handles(qint64 process, int signal) {
+  QFile status(QStringLiteral("/proc/%1/status").arg(process));
+  if (!status.open(QIODevice::ReadOnly)) {
+    return false;
+  }
+  const QString text = QString::fromLatin1(status.readAll());
+  const QString caught = text.section(QStringLiteral("SigCgt:\t"), 1).section(QLatin1Char('\n'), 0, 0);
+  return (caught.toULongLong(nullptr, 16) >> (signal - 1) & 1) != 0;
 }
 
 }  // namespace
@@ -63,6 +82,7 @@ ServerProcess::~ServerProcess() {
 }
 
 void ServerProcess::Start(const QStringList& arguments) {
+  sent_ = 0;
   process_.setArguments(arguments);
   process_.start();
   process_.waitForStarted();
@@ -74,15 +94,29 @@ bool ServerProcess::WaitForLine(const QString& line) {
 }
 
 std::optional<int> ServerProcess::WaitForExit() {
-  if (!WaitFor([this] { return process_.state() == QProcess::NotRunning; }) ||
+  if (!WaitFor([this] {
+        SendAgainWhenLost();
+        return process_.state() == QProcess::NotRunning;
+      }) ||
       process_.exitStatus() != QProcess::NormalExit) {
     return std::nullopt;
   }
   return process_.exitCode();
 }
 
-void ServerProcess::Send(int signal) const {
+void ServerProcess::Send(int signal) {
   kill(static_cast<pid_t>(process_.processId()), signal);
+  sent_ = signal;
+  sinceSent_.start();
+}
+
+void ServerProcess::SendAgainWhenLost() {
+#ifdef __SANITIZE_THREAD__
+  constexpr int LostAfterMs = 2000;
+  if (sent_ != 0 && sinceSent_.elapsed() > LostAfterMs && IsRunning() && Handles(process_.processId(), sent_)) {
+    Send(sent_);
+  }
+#endif
 }
 
 QStringList ServerProcess::OutputLines() const {

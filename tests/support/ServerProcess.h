@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -26,7 +27,7 @@ public:
 
   /// Waits for the process's own end. The exit status; nothing when a signal ended it, or it doesn't end.
   std::optional<int> WaitForExit();
-  void Send(int signal) const;
+  void Send(int signal);
   bool IsRunning() const { return process_.state() == QProcess::Running; }
 
   QStringList OutputLines() const;
@@ -44,8 +45,14 @@ private:
     void setupChildProcess() override;
   };
 
+  /// The thread sanitizer's runtime takes a signal itself before it calls the program's handler, and now and then
+  /// never calls it. Only in its builds a signal whose handler has not run is sent again.
+  void SendAgainWhenLost();
+
   QTemporaryDir folder_;
   Process process_;
+  int sent_ = 0;  // the last signal, 0 for none since the start
+  QElapsedTimer sinceSent_;
 };
 
 }  // namespace test

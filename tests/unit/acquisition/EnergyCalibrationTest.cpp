@@ -1,13 +1,34 @@
 #include "acquisition/EnergyCalibration.h"
 
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QThread>
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <cmath>
+#include <cstdio>
 #include <functional>
 
 namespace {
+
+// The user's locale is one that writes numbers with a decimal comma, while this lives.
+class DecimalComma {
+public:
+  DecimalComma() {
+    EXPECT_EQ(QProcess::execute("localedef", {"-i", "de_DE", "-f", "UTF-8", folder_.filePath("comma.UTF-8")}), 0);
+    qputenv("LOCPATH", folder_.path().toLocal8Bit());
+    EXPECT_NE(std::setlocale(LC_NUMERIC, "comma.UTF-8"), nullptr);
+  }
+  ~DecimalComma() {
+    std::setlocale(LC_NUMERIC, "C");
+    qunsetenv("LOCPATH");
+  }
+
+private:
+  QTemporaryDir folder_;
+};
 
 double Energy(const QString& expression, quint32 raw) {
   return EnergyCalibration(expression).Evaluate(raw);
@@ -28,6 +49,16 @@ struct Row {
   quint32 raw;
   double energy;
 };
+
+TEST(EnergyCalibration, ReadsNumbersWithAPointWhateverTheUsersLocale) {
+  const DecimalComma locale;
+  char text[8];
+  std::snprintf(text, sizeof text, "%.1f", 0.5);
+  ASSERT_STREQ(text, "0,5");
+  EXPECT_EQ(Energy("0.25*x", 10), 2.5);
+  std::snprintf(text, sizeof text, "%.1f", 0.5);
+  EXPECT_STREQ(text, "0,5") << "the locale stays as it was";
+}
 
 TEST(EnergyCalibration, EvaluatesTheExpressionAtTheRawEnergy) {
   const Row rows[] = {

@@ -3,6 +3,8 @@
 #include "tests/support/Json.h"
 #include "tests/support/Printing.h"
 
+#include <QJsonArray>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -164,6 +166,16 @@ TEST(BoardParameter, BoolArrayHoldsUpTo64Bits) {
   EXPECT_EQ(MaskOf(63), QString("9223372036854775807"));
   EXPECT_EQ(MaskOf(64), QString("18446744073709551615"));
   EXPECT_EQ(MaskOf(65), QString("0"));
+}
+
+TEST(BoardParameter, BoolArrayOfAMillionElementsIsNoNumber) {
+  QJsonArray values;
+  for (int i = 0; i < 1'000'000; ++i) {
+    values.append("1");
+  }
+  const auto parameter =
+      BoardParameter::FromJson(QJsonObject{{"value_type", "bool_array"}, {"values", values}});
+  EXPECT_EQ(parameter.value, QString("0"));
 }
 
 struct ArrayRow {

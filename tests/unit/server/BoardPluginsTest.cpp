@@ -59,7 +59,7 @@ TEST_F(BoardPluginsTest, ATextFileGivesItsThreeLinesAndTheOthersLoad) {
   ASSERT_EQ(lines.size(), 3);
   EXPECT_EQ(lines[0], QString("Unable to load plugin:  \"libCAENDig2Bad.so\""));
   EXPECT_TRUE(lines[1].startsWith("Error:   \"")) << lines[1].toStdString();
-  EXPECT_TRUE(lines[1].contains("libCAENDig2Bad.so")) << lines[1].toStdString();
+  EXPECT_TRUE(lines[1].contains("//libCAENDig2Bad.so")) << "the separator is doubled: " << lines[1].toStdString();
   EXPECT_EQ(lines[2], QString("Execution terminated"));
 }
 

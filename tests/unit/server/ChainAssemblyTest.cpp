@@ -138,6 +138,25 @@ TEST_F(ChainAssemblyTest, OfTwoBlocksOfOneNameTheFirstIsReferredTo) {
   EXPECT_FALSE(IsLinked(*blocks_[2], *blocks_[1]));
 }
 
+TEST_F(ChainAssemblyTest, TwoBlocksOnOnePinShareItsMessages_isKept) {
+  const QByteArray sources = R"([{"source": "a", "pin": "0"}])";
+  ASSERT_EQ(BuildChain(QByteArray(SourceA) + "," + Spectrum("s", sources) + "," + Spectrum("t", sources)),
+            QString());
+  for (const auto& block : blocks_) {
+    block->StopWorker();  // the messages below are taken here
+  }
+  for (int i = 0; i < 2; ++i) {
+    DataMessage message;
+    message.batch = std::make_unique<PayloadBatch>();
+    blocks_[0]->Outputs().at(0)->Push(std::move(message));
+  }
+  DataMessage taken;
+  EXPECT_EQ(blocks_[1]->Inputs().at(0)->Pop(taken), 0);
+  EXPECT_EQ(blocks_[2]->Inputs().at(0)->Pop(taken), 0);
+  EXPECT_EQ(blocks_[1]->Inputs().at(0)->Pop(taken), 1);
+  EXPECT_EQ(blocks_[2]->Inputs().at(0)->Pop(taken), 1);
+}
+
 TEST_F(ChainAssemblyTest, AnEarlierGroupAndChainCanBeReferredTo) {
   EXPECT_EQ(Build(QByteArray(R"([{"filter_chain": [{"enable": true, "name": "x", "chain": [)") + SourceA +
                   R"(]}]}, {"filter_chain": [{"enable": true, "name": "y", "chain": [)" +

@@ -55,6 +55,12 @@ TEST_F(ConfigurationTest, LineEndsAndAByteOrderMarkDoNotMatter) {
   ExpectGood(Load(QByteArray(" \r\n\t") + Good + "\r\n\r\n"));
 }
 
+TEST_F(ConfigurationTest, BytesThatAreNoUtf8BecomeReplacementCharacters) {
+  const auto configuration = Load("{\"storage\": {\"file_path\": \"a\xFF\"}}");
+  ASSERT_TRUE(configuration);
+  EXPECT_EQ(configuration->storagePath, QString("a") + QChar(0xFFFD));
+}
+
 TEST_F(ConfigurationTest, WhatIsNoJsonDocumentIsRefused) {
   for (const char* text :
        {"", " ", "\xEF\xBB\xBF", "5", "\"text\"", "true", "null", "{", "}", "[1,", "{\"a\": }", "{'a': 1}",

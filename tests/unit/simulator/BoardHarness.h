@@ -73,6 +73,7 @@ struct SeenHit {
   double energyKeV;
   std::uint8_t firstFlag;
   std::uint8_t secondFlag;
+  std::uint32_t extra;
   bool operator==(const SeenHit&) const = default;
   friend std::ostream& operator<<(std::ostream& out, const SeenHit& hit) {
     return out << hit.timestamp << "/" << hit.channel << "/" << hit.energyRaw << "/" << hit.energyKeV;
@@ -116,7 +117,8 @@ public:
     last_ = board_->Read("endpoints\\energy", timeoutMs, block);
     for (const void* record : RecordsOf(block)) {
       hits.push_back({At<std::uint64_t>(record, 0), At<std::uint32_t>(record, 8), At<std::uint32_t>(record, 12),
-                      At<double>(record, 16), At<std::uint8_t>(record, 24), At<std::uint8_t>(record, 25)});
+                      At<double>(record, 16), At<std::uint8_t>(record, 24), At<std::uint8_t>(record, 25),
+                      At<std::uint32_t>(record, 28)});
     }
     if (block.count > 0) {
       EXPECT_EQ(board_->Free("endpoints\\energy", block), Status::Ok);

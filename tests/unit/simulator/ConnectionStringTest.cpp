@@ -18,7 +18,7 @@ TEST(ConnectionString, HasDefaultsForEverything) {
 
 TEST(ConnectionString, SetsUpAnArray) {
   const auto settings = ParseConnectionString(
-      "sim:array?channels=16&rate=1.5e3&source=Co-60&seed=18446744073709551615&coincidence=0.5"
+      "sim:array?channels=16&rate=1.5e3&source=Co-60&seed=18446744073709551615&coincidence=0.5&gain=2.5"
       "&disorder=7&queue=11&block=12&t0=0&counters_interval=250&wave_rate=3&samples=64");
   ASSERT_TRUE(settings);
   EXPECT_EQ(settings->generator.channels, 16U);
@@ -26,6 +26,7 @@ TEST(ConnectionString, SetsUpAnArray) {
   EXPECT_EQ(settings->generator.source, RadioactiveSource::Co60);
   EXPECT_EQ(settings->generator.seed, 18446744073709551615U);
   EXPECT_EQ(settings->generator.coincidence, 0.5);
+  EXPECT_EQ(settings->generator.gain, 2.5);
   EXPECT_EQ(settings->generator.disorder, 7U);
   EXPECT_EQ(settings->detector.queue, 11U);
   EXPECT_EQ(settings->detector.block, 12U);
@@ -85,6 +86,9 @@ TEST(ConnectionString, IsRefusedWithAnUnknownModeOrKeyOrABadValue) {
                            "sim:array?seed=-1",
                            "sim:array?seed=18446744073709551616",
                            "sim:array?coincidence=1.01",
+                           "sim:array?gain=0",
+                           "sim:array?gain=1001",
+                           "sim:replay?file=/x&gain=4",
                            "sim:array?channels=8&channels=8",
                            "sim:array?channels=8&&rate=5",
                            "sim:array?colour=red",

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 
 using namespace korvax::sim;
 
@@ -171,5 +172,42 @@ TEST(EventGenerator, HandsOutNoHitBeforeItHappened) {
   for (int i = 0; i < 20000; ++i) {
     const std::uint64_t due = generator.NextDue();
     EXPECT_LE(generator.Take().timestamp, due);
+  }
+}
+
+TEST(EventGenerator, FlagsExactlyTheHitsThatFollowOnTheSameChannelWithinTheDeadTime) {
+  std::vector<std::optional<std::uint64_t>> before(4);
+  std::size_t flagged = 0;
+  const std::vector<Hit> hits = HitsOfSeconds({.channels = 4, .rate = 400'000.0}, 1);
+  for (const Hit& hit : hits) {
+    std::optional<std::uint64_t>& last = before[hit.channel];
+    const bool pileUp = last && hit.timestamp - *last < 1000;
+    ASSERT_EQ(hit.firstFlag, pileUp ? 1 : 0) << hit.timestamp;
+    flagged += hit.firstFlag;
+    last = hit.timestamp;
+  }
+  // 1e5 hits per second and channel: Poisson times let 1 - exp(-0.1) of them follow within 1 us
+  EXPECT_NEAR(static_cast<double>(flagged) / static_cast<double>(hits.size()), 0.0952, 0.005);
+}
+
+TEST(EventGenerator, FlagsExactlyTheSaturatedHits) {
+  std::size_t saturated = 0;
+  const std::vector<Hit> hits = HitsOfSeconds({.gain = 100.0}, 1);  // the photo-peak at the range's end
+  for (const Hit& hit : hits) {
+    ASSERT_EQ(hit.secondFlag, hit.energyRaw == 65535 ? 1 : 0) << hit.energyRaw;
+    saturated += hit.secondFlag;
+  }
+  EXPECT_GT(saturated, 1000U);
+  EXPECT_LT(saturated, hits.size() / 2);
+}
+
+TEST(EventGenerator, RemembersNoPileUpAcrossARestart) {
+  EventGenerator generator({.channels = 1, .rate = 1e6});
+  const std::vector<Hit> first = HitsUntil(generator, 100'000);
+  generator.Restart();
+  const std::vector<Hit> again = HitsUntil(generator, 100'000);
+  ASSERT_EQ(first.size(), again.size());
+  for (std::size_t i = 0; i < first.size(); ++i) {
+    EXPECT_EQ(first[i].firstFlag, again[i].firstFlag) << i;
   }
 }

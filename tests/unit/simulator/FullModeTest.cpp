@@ -107,3 +107,21 @@ TEST_F(FullLoad, CountsWhatItHandedOut) {
   EXPECT_EQ(rates.out, expected);
   EXPECT_THAT(rates.inAtStart, testing::Each(0));
 }
+
+TEST_F(FullLoad, NumbersTheHitsOfEachChannelAndFlagsThem) {
+  BoardHarness board("sim:full?channels=4&events=5000&rate=1000000&gain=100", clock_.Get());
+  board.Send("endpoints\\energy\\start");
+  std::vector<std::uint32_t> numbers(4, 0);
+  std::size_t piledUp = 0;
+  std::size_t saturated = 0;
+  for (int block = 0; block < 4; ++block) {  // as many as there are prebuilt
+    for (const SeenHit& hit : board.ReadHits()) {
+      ASSERT_EQ(hit.extra, ++numbers[hit.channel]);
+      ASSERT_EQ(hit.secondFlag, hit.energyRaw == 65535 ? 1 : 0);
+      piledUp += hit.firstFlag;
+      saturated += hit.secondFlag;
+    }
+  }
+  EXPECT_GT(piledUp, 100U);
+  EXPECT_GT(saturated, 100U);
+}

@@ -37,8 +37,8 @@ TEST_F(AReplay, HandsOutEachEventAsRecordedAndOnlyOnce) {
   BoardHarness board("sim:replay?file=" + path_ + "&speed=0", clock_.Get());
   board.Send("endpoints\\energy\\start");
   EXPECT_THAT(board.ReadAllHits(),
-              ElementsAre(SeenHit{1'000'000, 2, 300, 0.0, 1, 0}, SeenHit{3'000'000, 0, 65535, 0.0, 0, 1},
-                          SeenHit{2'000'000, 1, 7, 0.0, 1, 1}, SeenHit{9'000'000, 2, 0, 0.0, 0, 0}));
+              ElementsAre(SeenHit{1'000'000, 2, 300, 0.0, 1, 0, 1}, SeenHit{3'000'000, 0, 65535, 0.0, 0, 1, 1},
+                          SeenHit{2'000'000, 1, 7, 0.0, 1, 1, 1}, SeenHit{9'000'000, 2, 0, 0.0, 0, 0, 2}));
   EXPECT_EQ(board.LastStatus(), Status::EndOfData);
 }
 
@@ -151,7 +151,7 @@ TEST_F(AReplay, SilencesAChannelThatIsOff) {
 TEST_F(AReplay, HasTheChannelsOfItsFileOrThoseAskedFor) {
   EXPECT_EQ(BoardHarness("sim:replay?file=" + path_, clock_.Get()).Get("\\NumCh"), "3");
   EXPECT_EQ(BoardHarness("sim:replay?file=" + path_ + "&channels=8", clock_.Get()).Get("\\NumCh"), "8");
-  EXPECT_EQ(OpenStatus("sim:replay?file=" + path_ + "&channels=2"), -2);
+  EXPECT_EQ(OpenStatus("sim:replay?file=" + path_ + "&channels=2"), -18);
 }
 
 TEST_F(AReplay, LeavesOutARecordThatIsCutOff) {
@@ -162,12 +162,18 @@ TEST_F(AReplay, LeavesOutARecordThatIsCutOff) {
   EXPECT_THAT(Times(board.ReadAllHits()), ElementsAre(5));
 }
 
-TEST_F(AReplay, DoesNotOpenWithoutAListFile) {
+TEST_F(AReplay, TellsWhyItDoesNotOpen) {
   EXPECT_EQ(OpenStatus("sim:replay"), -2);
-  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Path() + "/missing.bin"), -2);
-  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Path()), -2);
-  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Write("bad.bin", "KVXO1700000000")), -2);
-  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Write("none.bin", "KVXS1700000000")), -2);
-  EXPECT_EQ(OpenStatus("sim:replay?file=" + Write(ListBytes{}.Add(1, 256, 1))), -2);
-  EXPECT_EQ(OpenStatus("sim:replay?file=" + Write(ListBytes{}.Add(1, 0xffffffff, 1))), -2);
+  EXPECT_EQ(OpenStatus("sim:replay?file="), -2);
+  EXPECT_EQ(OpenStatus("sim:replay?rate=5&file=" + path_), -2);
+  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Path() + "/missing.bin"), -16);
+  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Path()), -16);
+  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Write("empty.bin", "")), -17);
+  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Write("bad.bin", "KVXO1700000000")), -17);
+  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Write("timeless.bin", "KVXSabc")), -17);
+  EXPECT_EQ(OpenStatus("sim:replay?file=" + folder_.Write("none.bin", "KVXS1700000000")), -17);
+  EXPECT_EQ(OpenStatus("sim:replay?file=" + Write(ListBytes{}.Add(1, 256, 1))), -18);
+  EXPECT_EQ(OpenStatus("sim:replay?file=" + Write(ListBytes{}.Add(1, 0xffffffff, 1))), -18);
+  EXPECT_EQ(OpenStatus("sim:replay?channels=1&file=" + Write(ListBytes{}.Add(1, 1, 1))), -18);
+  EXPECT_EQ(OpenStatus("sim:replay?open=fail"), -5);
 }

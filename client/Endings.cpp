@@ -1,0 +1,68 @@
+#include "client/Endings.h"
+
+namespace korvax::client {
+
+namespace {
+
+constexpr int shownLength = 60;
+
+/// The beginning of a foreign text, harmless to a terminal.
+QString Excerpt(const QString& text) {
+  QString shown = text.left(shownLength);
+  for (QChar& character : shown) {
+    if (!character.isPrint()) {
+      character = QLatin1Char(' ');
+    }
+  }
+  return text.size() > shownLength ? shown + QStringLiteral("…") : shown;
+}
+
+}  // namespace
+
+Ending UnreachableEnding(const QString& address, const QString& reason) {
+  const QString text = QStringLiteral(
+      "no server reached at %1 (%2).\n"
+      "Start korvax-boards-server there, or give its address with --host and --port.");
+  return {ExitCode::Unreachable, text.arg(address, reason)};
+}
+
+Ending ClosedEnding(const QString& address) {
+  const QString text = QStringLiteral(
+      "the server at %1 closed the connection before it answered.\n"
+      "Check that korvax-boards-server still runs there.");
+  return {ExitCode::Unreachable, text.arg(address)};
+}
+
+Ending NoAnswerEnding(const QString& address, double seconds) {
+  const QString text = QStringLiteral(
+      "no answer from %1 within %2 s.\n"
+      "The server may be busy: a longer --timeout waits longer.");
+  return {ExitCode::NoAnswer, text.arg(address).arg(seconds)};
+}
+
+Ending EmptyAnswerEnding(const QString& target, bool byPath) {
+  const QString path = QStringLiteral(
+      "empty answer. The server has no block with the full path \"%1\", or not of a kind\n"
+      "that answers to its path, or the block has no answer to this query. Check in the server's\n"
+      "configuration that the path is processing/GROUP/filter_chain/CHAIN/chain/BLOCK, letter for letter,\n"
+      "and that the chain is enabled. Dumpers, oscilloscopes and \"commands\" answer to their bare name\n"
+      "instead. High-voltage switches are silent even when they have worked.");
+  const QString name = QStringLiteral(
+      "empty answer. The server has no block named \"%1\", or not of a kind that answers to its name, or\n"
+      "the block has no answer to this query. Check the name in the server's configuration, letter for\n"
+      "letter. Spectra, time distributions, positions, images and rate counters answer to their full\n"
+      "path instead, processing/GROUP/filter_chain/CHAIN/chain/%1. High-voltage switches are silent even "
+      "when\n"
+      "they have worked.");
+  return {ExitCode::EmptyAnswer, (byPath ? path : name).arg(target)};
+}
+
+Ending BadAnswerEnding(const QString& target, const QString& what, const QString& answer) {
+  const QString text = QStringLiteral(
+      "\"%1\" gave an answer that does not fit: %2.\n"
+      "It begins: %3\n"
+      "Check that the target is a block of the right kind; korvaxctl query shows the whole answer.");
+  return {ExitCode::BadAnswer, text.arg(target, what, Excerpt(answer))};
+}
+
+}  // namespace korvax::client

@@ -1,0 +1,132 @@
+#include "client/Korvaxctl.h"
+
+#include "client/CommandLine.h"
+#include "client/QueryClient.h"
+#include "client/SignalWatcher.h"
+#include "client/SpectrumView.h"
+
+#include <QEventLoop>
+
+namespace korvax::client {
+
+namespace {
+
+/// Runs one request. What the user asked for goes to the console, what went wrong into the ending.
+class Runner {
+public:
+  Runner(const ServerAddress& server, Console& console) : server_(server), console_(console) {}
+
+  Ending operator()(const QueryRequest& request) const {
+    const QueryTarget target(request.target);
+    if (!target.Message(request.json)) {
+      const QString text = QStringLiteral(
+          "the query is not a JSON object: %1\n"
+          "Write it in single quotes, as in korvaxctl query %2 '{\"args\":[{\"cmd\":\"get_data\"}]}'");
+      return {ExitCode::Usage, text.arg(request.json, request.target)};
+    }
+    const Reply reply = QueryClient(server_, target).AskAndWait(request.json);
+    if (!reply.Failed()) {
+      console_.Print(reply.answer);
+    }
+    return reply.ending;
+  }
+
+  Ending operator()(const SinkRequest& request) const {
+    const QueryTarget target(request.path);
+    const Reply reply = QueryClient(server_, target).AskAndWait(QueryFor(request.action));
+    if (reply.Failed()) {
+      return reply.ending;
+    }
+    if (request.action == SinkAction::Status) {
+      return PrintStatus(request, reply.answer);
+    }
+    const QString fault = ObedienceFault(reply.answer);
+    if (!fault.isEmpty()) {
+      return BadAnswerEnding(request.path, fault, reply.answer);
+    }
+    console_.Print(request.path + DoneText(request.action));
+    return {};
+  }
+
+  Ending operator()(const SpectrumRequest& request) const {
+    // Outlives the view: a signal while the terminal is being restored must not end the process.
+    std::optional<SignalWatcher> watcher;
+    SpectrumView view(server_, request, console_);
+    if (request.live) {
+      watcher.emplace();
+      QObject::connect(&*watcher, &SignalWatcher::interrupted, &view, &SpectrumView::Stop);
+      QObject::connect(&*watcher, &SignalWatcher::resized, &view, &SpectrumView::Redraw);
+    }
+    Ending ending;
+    QEventLoop loop;
+    QObject::connect(&view, &SpectrumView::finished, &loop, [&](const Ending& reason) {
+      ending = reason;
+      loop.quit();
+    });
+    view.Start();
+    loop.exec();
+    return ending;
+  }
+
+private:
+  static QString QueryFor(SinkAction action) {
+    switch (action) {
+      case SinkAction::Start:
+        return RunQuery(true);
+      case SinkAction::Stop:
+        return RunQuery(false);
+      case SinkAction::Reset:
+        return ResetQuery();
+      case SinkAction::Status:
+        break;
+    }
+    return StatusQuery();
+  }
+
+  static QString DoneText(SinkAction action) {
+    switch (action) {
+      case SinkAction::Start:
+        return QStringLiteral(" is counting.");
+      case SinkAction::Stop:
+        return QStringLiteral(" has stopped counting.");
+      default:
+        return QStringLiteral(" is reset.");
+    }
+  }
+
+  Ending PrintStatus(const SinkRequest& request, const QString& answer) const {
+    const Read<bool> counting = ReadStatus(answer);
+    if (!counting.value) {
+      return BadAnswerEnding(request.path, counting.fault, answer);
+    }
+    console_.Print(*counting.value ? QStringLiteral("freerun") : QStringLiteral("idle"));
+    return {};
+  }
+
+  const ServerAddress& server_;
+  Console& console_;
+};
+
+}  // namespace
+
+ExitCode RunKorvaxctl(const std::vector<std::string>& words, Console& console) {
+  const std::variant<Invocation, Ending> read = ParseCommandLine(words);
+  Ending ending;
+  if (const auto* invocation = std::get_if<Invocation>(&read)) {
+    ending = std::visit(Runner(invocation->server, console), invocation->request);
+  } else {
+    ending = std::get<Ending>(read);
+    if (ending.code == ExitCode::Ok) {
+      console.Print(ending.text);
+    }
+  }
+  if (!console.Fault().isEmpty()) {
+    ending = {ExitCode::OutputFailed, QStringLiteral("standard output can't be written: ") + console.Fault()};
+  }
+  if (ending.code != ExitCode::Ok) {
+    console.Complain(ending.text);
+  }
+  return ending.code;
+}
+
+}  // namespace korvax::client

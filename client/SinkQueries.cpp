@@ -1,0 +1,135 @@
+#include "client/SinkQueries.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cmath>
+#include <limits>
+
+namespace korvax::client {
+
+namespace {
+
+QString Query(QJsonObject argument) {
+  const QJsonObject query{{QStringLiteral("args"), QJsonArray{std::move(argument)}}};
+  return QString::fromUtf8(QJsonDocument(query).toJson(QJsonDocument::Compact));
+}
+
+QJsonObject Command(const QString& name) {
+  return {{QStringLiteral("cmd"), name}};
+}
+
+Read<QJsonArray> ReadArray(const QString& answer) {
+  QJsonParseError error;
+  const QJsonDocument document = QJsonDocument::fromJson(answer.toUtf8(), &error);
+  if (error.error != QJsonParseError::NoError) {
+    return {{}, QStringLiteral("it is not JSON (%1 at byte %2)").arg(error.errorString()).arg(error.offset)};
+  }
+  if (!document.isArray()) {
+    return {{}, QStringLiteral("it is not an array")};
+  }
+  return {document.array(), {}};
+}
+
+/// The one object of an answer such as [{"response": true}].
+Read<QJsonObject> ReadResponse(const QString& answer) {
+  const Read<QJsonArray> array = ReadArray(answer);
+  if (!array.value) {
+    return {{}, array.fault};
+  }
+  const QJsonObject response = array.value->first().toObject();
+  if (array.value->size() != 1 || response.value(QStringLiteral("response")) != QJsonValue(true)) {
+    return {{}, QStringLiteral("it is not one object with \"response\": true")};
+  }
+  return {response, {}};
+}
+
+/// Modulo 2^32; none for anything but a whole number that a signed or an unsigned 32-bit counter can hold.
+std::optional<quint32> ReadCount(const QJsonValue& value) {
+  constexpr double lowest = std::numeric_limits<qint32>::min();
+  constexpr double highest = std::numeric_limits<quint32>::max();
+  const double number = value.toDouble(std::nan(""));
+  if (!(number >= lowest && number <= highest) || number != std::floor(number)) {
+    return std::nullopt;
+  }
+  return static_cast<quint32>(static_cast<qint64>(number));
+}
+
+Read<Counts> ReadCounts(const QJsonValue& entry) {
+  const QJsonValue data = entry.toObject().value(QStringLiteral("data"));
+  if (!data.isArray()) {
+    return {{}, QStringLiteral("has no array \"data\"")};
+  }
+  const QJsonArray bins = data.toArray();
+  Counts counts;
+  counts.reserve(static_cast<size_t>(bins.size()));
+  for (const QJsonValue& bin : bins) {
+    const std::optional<quint32> count = ReadCount(bin);
+    if (!count) {
+      return {{}, QStringLiteral("has a bin %1 that is not a 32-bit count").arg(counts.size())};
+    }
+    counts.push_back(*count);
+  }
+  return {std::move(counts), {}};
+}
+
+}  // namespace
+
+QString DataQuery(std::span<const int> channels) {
+  QJsonArray list;
+  for (const int channel : channels) {
+    list.append(channel);
+  }
+  QJsonObject argument = Command(QStringLiteral("get_data"));
+  argument.insert(QStringLiteral("channels"), list);
+  return Query(std::move(argument));
+}
+
+QString StatusQuery() {
+  return Query(Command(QStringLiteral("data_get_status")));
+}
+
+QString ResetQuery() {
+  return Query(Command(QStringLiteral("reset")));
+}
+
+QString RunQuery(bool counting) {
+  QJsonObject argument = Command(QStringLiteral("run_control"));
+  argument.insert(QStringLiteral("status"), counting ? QStringLiteral("freerun") : QStringLiteral("idle"));
+  return Query(std::move(argument));
+}
+
+Read<std::vector<Counts>> ReadData(const QString& answer) {
+  const Read<QJsonArray> array = ReadArray(answer);
+  if (!array.value) {
+    return {{}, array.fault};
+  }
+  std::vector<Counts> channels;
+  for (const QJsonValue& entry : *array.value) {
+    Read<Counts> counts = ReadCounts(entry);
+    if (!counts.value) {
+      return {{}, QStringLiteral("its entry %1 %2").arg(channels.size()).arg(counts.fault)};
+    }
+    channels.push_back(std::move(*counts.value));
+  }
+  return {std::move(channels), {}};
+}
+
+Read<bool> ReadStatus(const QString& answer) {
+  const Read<QJsonObject> response = ReadResponse(answer);
+  if (!response.value) {
+    return {{}, response.fault};
+  }
+  const QString status = response.value->value(QStringLiteral("status")).toString();
+  if (status != QStringLiteral("freerun") && status != QStringLiteral("idle")) {
+    return {{}, QStringLiteral("its \"status\" is neither \"freerun\" nor \"idle\"")};
+  }
+  return {status == QStringLiteral("freerun"), {}};
+}
+
+QString ObedienceFault(const QString& answer) {
+  return ReadResponse(answer).fault;
+}
+
+}  // namespace korvax::client

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace korvax::client {
+
+/// A value read from an answer, or what is wrong with the answer.
+template <typename T>
+struct Read {
+  std::optional<T> value;
+  QString fault;
+};
+
+/// The counters of one channel, one a bin.
+using Counts = std::vector<quint32>;
+
+/// The queries that every histogram-like block answers.
+QString DataQuery(std::span<const int> channels);
+QString StatusQuery();
+QString ResetQuery();
+QString RunQuery(bool counting);
+
+/// Reads the answer to DataQuery: one entry a channel, in ascending order. The server prints its unsigned
+/// 32-bit counters as signed numbers, so a negative one stands for itself plus 2^32.
+Read<std::vector<Counts>> ReadData(const QString& answer);
+
+/// Reads the answer to StatusQuery: whether the block counts ("freerun") or not ("idle").
+Read<bool> ReadStatus(const QString& answer);
+
+/// Empty when the answer says that a command was obeyed, otherwise what is wrong with it.
+QString ObedienceFault(const QString& answer);
+
+}  // namespace korvax::client

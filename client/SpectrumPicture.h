@@ -1,0 +1,53 @@
+#pragma once
+
+#include "client/SinkQueries.h"
+
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace korvax::client {
+
+/// The bins to show, both ends included; an absent `last` is the channel's last bin.
+struct BinRange {
+  int first = 0;
+  std::optional<int> last;
+
+  bool operator==(const BinRange&) const = default;
+};
+
+struct PictureOptions {
+  int width = 80;
+  int height = 24;
+  bool logarithmic = false;
+  BinRange range;
+  bool shareHeight = false;  ///< several channels share the height instead of taking it each
+};
+
+/// One channel: its counters, and the counts per second in the bins shown, where that is known.
+struct ChannelView {
+  int channel = 0;
+  Counts counts;
+  std::optional<double> rate;
+};
+
+/// All that a picture tells. The lines of `notes` stand below the title, broken where they don't fit.
+struct Picture {
+  QString path;
+  QString state;
+  QStringList notes;
+  std::vector<ChannelView> channels;
+};
+
+/// The part of `counts` that the range shows; empty when it begins beyond the last bin.
+std::span<const quint32> Shown(std::span<const quint32> counts, const BinRange& range);
+
+/// Sum over bins.
+quint64 Total(std::span<const quint32> counts);
+
+/// Draws a picture as lines of at most `width` characters; where height is shared, at most `height` of them,
+/// leaving out (and saying so) the channels that don't fit.
+QStringList Draw(const Picture& picture, const PictureOptions& options);
+
+}  // namespace korvax::client

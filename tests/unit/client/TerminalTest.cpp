@@ -1,0 +1,139 @@
+#include "tests/support/WaitFor.h"
+#include "tests/unit/client/ScriptedServer.h"
+
+#include <QProcess>
+
+#include <gmock/gmock.h>
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+
+namespace {
+
+using test::ScriptedServer;
+using test::WaitFor;
+using testing::HasSubstr;
+
+/// A pseudo-terminal: the program writes to its slave, the test reads what would be on the screen.
+class Terminal {
+public:
+  Terminal(unsigned short columns, unsigned short rows)
+      : master_(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+    grantpt(master_);
+    unlockpt(master_);
+    Resize(columns, rows);
+    slave_ = open(ptsname(master_), O_RDWR | O_NOCTTY);
+  }
+  ~Terminal() {
+    close(slave_);
+    close(master_);
+  }
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+
+  QString Path() const { return QString::fromUtf8(ptsname(master_)); }
+
+  void Resize(unsigned short columns, unsigned short rows) {
+    const winsize size{rows, columns, 0, 0};
+    ioctl(master_, TIOCSWINSZ, &size);
+  }
+
+  /// Everything that was written so far.
+  const QByteArray& Output() {
+    std::array<char, 4096> bytes{};
+    for (ssize_t count = 0; (count = read(master_, bytes.data(), bytes.size())) > 0;) {
+      output_.append(bytes.data(), static_cast<int>(count));
+    }
+    return output_;
+  }
+
+private:
+  int master_;
+  int slave_ = -1;
+  QByteArray output_;
+};
+
+const QByteArray enterScreen = "\x1b[?1049h\x1b[?25l";
+const QByteArray leaveScreen = "\x1b[?25h\x1b[?1049l";
+const QString data = QStringLiteral(R"([{"data":[1,2,3]},{"data":[4,5,6]}])");
+const QString counting = QStringLiteral(R"([{"response": true, "status":"freerun"}])");
+
+class OnATerminal : public testing::Test {
+protected:
+  void Start(const QStringList& more) {
+    program_.setStandardOutputFile(terminal_.Path());
+    program_.start(QStringLiteral(KORVAXCTL_PROGRAM),
+                   QStringList{"spectrum", "a/b", "--port", QString::number(server_.Port())} + more);
+    ASSERT_TRUE(program_.waitForStarted());
+  }
+
+  bool Ends() {
+    return WaitFor([&] { return program_.state() == QProcess::NotRunning; });
+  }
+
+  void Signal(int number) { kill(static_cast<pid_t>(program_.processId()), number); }
+
+  /// The widest line of what stands after the last jump to the top left.
+  int WidestLine() {
+    const QString picture = QString::fromUtf8(terminal_.Output()).section(QStringLiteral("\x1b[H"), -1);
+    int widest = 0;
+    for (const QString& line : picture.split(QStringLiteral("\x1b[K"))) {
+      widest = std::max(widest, static_cast<int>(line.trimmed().size()));
+    }
+    return widest;
+  }
+
+  Terminal terminal_{60, 20};
+  ScriptedServer server_{test::SpectrumScript(data, counting)};
+  QProcess program_;
+};
+
+TEST_F(OnATerminal, aLiveSpectrumDrawsInPlaceAndLeavesTheTerminalAsItWas) {
+  for (const int signal : {SIGINT, SIGTERM}) {
+    Start({"--live", "--interval", "0.05", "--channel", "0,1"});
+    const int before = terminal_.Output().count("\x1b[H");
+    ASSERT_TRUE(WaitFor([&] { return terminal_.Output().count("\x1b[H") >= before + 3; }));
+    EXPECT_EQ(terminal_.Output().count(enterScreen), terminal_.Output().count(leaveScreen) + 1);
+    Signal(signal);
+    ASSERT_TRUE(Ends());
+    EXPECT_EQ(program_.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program_.exitCode(), 0);
+    EXPECT_TRUE(terminal_.Output().endsWith(leaveScreen));
+  }
+}
+
+TEST_F(OnATerminal, aLiveSpectrumFollowsTheTerminalsSize) {
+  Start({"--live", "--interval", "3600", "--channel", "0,1"});
+  ASSERT_TRUE(WaitFor([&] { return terminal_.Output().contains("Ctrl-C ends"); }));
+  EXPECT_TRUE(WaitFor([&] { return WidestLine() == 60; }));
+  terminal_.Resize(100, 30);
+  Signal(SIGWINCH);
+  EXPECT_TRUE(WaitFor([&] { return WidestLine() == 100; }));
+  Signal(SIGINT);
+  ASSERT_TRUE(Ends());
+}
+
+TEST_F(OnATerminal, aLiveSpectrumSaysOnTheScreenThatItIsStale) {
+  Start({"--live", "--interval", "0.05", "--timeout", "0.5", "--channel", "0,1"});
+  ASSERT_TRUE(WaitFor([&] { return terminal_.Output().contains("counting"); }));
+  server_.StopAnswering();
+  EXPECT_TRUE(WaitFor([&] { return terminal_.Output().contains("STALE"); }));
+  EXPECT_THAT(terminal_.Output().toStdString(), HasSubstr("no answer from ws://"));
+  Signal(SIGINT);
+  ASSERT_TRUE(Ends());
+  EXPECT_TRUE(terminal_.Output().endsWith(leaveScreen));
+}
+
+TEST_F(OnATerminal, aSpectrumDrawnOnceStaysOnTheScreenWithARowForThePrompt) {
+  Start({"--channel", "0,1"});
+  ASSERT_TRUE(Ends());
+  EXPECT_EQ(program_.exitCode(), 0);
+  EXPECT_FALSE(terminal_.Output().contains('\x1b'));
+  EXPECT_EQ(terminal_.Output().count('\n'), 1 + 2 * 18);
+}
+
+}  // namespace

@@ -1,0 +1,124 @@
+#include "framework/ByteWriter.h"
+#include "sinks/ChannelHistogram.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <thread>
+
+namespace {
+
+using korvax::ChannelHistogram;
+
+std::string Channel(const ChannelHistogram& histogram, qint32 channel) {
+  korvax::ByteWriter out;
+  histogram.AppendChannel(channel, out);
+  return std::string(out.View());
+}
+
+// Counting to 2^32 one by one would take minutes under a sanitizer, so this opens the counters to the test.
+std::atomic<quint32>* CountersOf(const ChannelHistogram& histogram);
+
+template <auto Counters>
+struct Open {
+  friend std::atomic<quint32>* CountersOf(const ChannelHistogram& histogram) {
+    return (histogram.*Counters).get();
+  }
+};
+template struct Open<&ChannelHistogram::counters_>;
+
+TEST(ChannelHistogram, startsWithZeros) {
+  const ChannelHistogram histogram(2, 3);
+  EXPECT_FALSE(histogram.IsEmpty());
+  EXPECT_EQ(histogram.Channels(), 2);
+  EXPECT_EQ(histogram.Bins(), 3);
+  EXPECT_EQ(Channel(histogram, 0), "0,0,0");
+  EXPECT_EQ(Channel(histogram, 1), "0,0,0");
+}
+
+TEST(ChannelHistogram, countsEachChannelAndBinForItself) {
+  ChannelHistogram histogram(3, 2);
+  histogram.Count(0, 0);
+  histogram.Count(1, 1);
+  histogram.Count(1, 1);
+  histogram.Count(2, 0);
+  EXPECT_EQ(Channel(histogram, 0), "1,0");
+  EXPECT_EQ(Channel(histogram, 1), "0,2");
+  EXPECT_EQ(Channel(histogram, 2), "1,0");
+  EXPECT_EQ(histogram.At(1, 1), 2U);
+}
+
+TEST(ChannelHistogram, wrapsAt2To32) {
+  ChannelHistogram histogram(1, 1);
+  CountersOf(histogram)[0] = 0xFFFFFFFE;
+  histogram.Count(0, 0);
+  EXPECT_EQ(histogram.At(0, 0), 0xFFFFFFFFU);
+  histogram.Count(0, 0);
+  EXPECT_EQ(histogram.At(0, 0), 0U);
+  histogram.Count(0, 0);
+  EXPECT_EQ(histogram.At(0, 0), 1U);
+}
+
+TEST(ChannelHistogram, showsCountsAsSignedDecimals_isKept) {
+  ChannelHistogram histogram(1, 4);
+  CountersOf(histogram)[0] = 0x7FFFFFFF;
+  CountersOf(histogram)[1] = 0x80000000;
+  CountersOf(histogram)[2] = 0xFFFFFFFF;
+  CountersOf(histogram)[3] = 12;
+  EXPECT_EQ(Channel(histogram, 0), "2147483647,-2147483648,-1,12");
+}
+
+TEST(ChannelHistogram, resetClearsEveryCounter) {
+  ChannelHistogram histogram(2, 2);
+  histogram.Count(0, 0);
+  histogram.Count(1, 1);
+  histogram.Reset();
+  EXPECT_EQ(Channel(histogram, 0), "0,0");
+  EXPECT_EQ(Channel(histogram, 1), "0,0");
+  histogram.Count(1, 1);
+  EXPECT_EQ(Channel(histogram, 1), "0,1");
+}
+
+TEST(ChannelHistogram, appendsToWhatTheBufferHolds) {
+  const ChannelHistogram histogram(1, 2);
+  korvax::ByteWriter out;
+  out.Text("counts: ");
+  histogram.AppendChannel(0, out);
+  EXPECT_EQ(out.View(), "counts: 0,0");
+}
+
+TEST(ChannelHistogram, withoutBinsOrChannelsOrBeyondTheLimitHoldsNothing) {
+  constexpr qint32 Greatest = std::numeric_limits<qint32>::max();
+  constexpr qint32 Least = std::numeric_limits<qint32>::min();
+  struct Row {
+    qint32 channels, bins;
+  };
+  for (const Row row : {Row{0, 0}, Row{0, 5}, Row{5, 0}, Row{-1, 5}, Row{5, -1}, Row{-5, -5}, Row{Least, Least},
+                        Row{Greatest, Greatest}, Row{32768, 32769}, Row{1, Greatest}}) {
+    ChannelHistogram histogram(row.channels, row.bins);
+    EXPECT_TRUE(histogram.IsEmpty()) << row.channels << " x " << row.bins;
+    EXPECT_EQ(histogram.Channels(), row.channels);
+    histogram.Reset();
+    EXPECT_EQ(Channel(histogram, 0), "");
+  }
+}
+
+TEST(ChannelHistogram, isReadAndResetWhileAnotherThreadCounts) {
+  ChannelHistogram histogram(2, 16);
+  std::thread counter([&histogram] {
+    for (int i = 0; i < 50'000; ++i) {
+      histogram.Count(i % 2, i % 16);
+    }
+  });
+  for (int i = 0; i < 200; ++i) {
+    Channel(histogram, i % 2);
+    histogram.Reset();
+  }
+  counter.join();
+  EXPECT_LE(histogram.At(0, 0), 3'125U);
+  histogram.Reset();
+  EXPECT_EQ(histogram.At(0, 0), 0U);
+}
+
+}  // namespace
