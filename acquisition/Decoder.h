@@ -13,9 +13,9 @@ namespace acquisition {
 
 /// What a decoder needs besides the records; read once per block, so a change counts from the next block on.
 struct DecodeSettings {
-  QString dataType;       ///< "energy", "energy_pair", "waveform" or "rate_counters"
-  QString endpointPath;   ///< stamped on every message
-  QString expression;     ///< energy calibration in "x"; empty for none
+  QString dataType;      ///< "energy", "energy_pair", "waveform" or "rate_counters"
+  QString endpointPath;  ///< stamped on every message
+  QString expression;    ///< energy calibration in "x"; empty for none
   bool useBoardKev = false;
   const AcquisitionClock* clock = nullptr;  ///< for rates; required by "rate_counters"
 };

@@ -8,6 +8,7 @@ namespace acquisition {
 void DecodeEnergy(std::span<const board::Entry> entries, const DecodeSettings& settings, const BatchSink& sink);
 
 /// One batch of two records for each pair record: channels 2 * pair and 2 * pair + 1.
-void DecodeEnergyPair(std::span<const board::Entry> entries, const DecodeSettings& settings, const BatchSink& sink);
+void DecodeEnergyPair(std::span<const board::Entry> entries, const DecodeSettings& settings,
+                      const BatchSink& sink);
 
 }  // namespace acquisition

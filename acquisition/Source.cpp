@@ -16,8 +16,8 @@ Source::Source(QObject* parent, const ChainContext& context, const QJsonValue& b
   if (binding_->board != nullptr) {
     distructor_ = std::make_unique<DataDistructorSource>(*binding_->board, binding_->endpointQuery);
   }
-  worker_ = std::make_unique<Source_Thread>(DataType(), *binding_, Outputs(), distructor_.get(),
-                                            downloadIntervalMs_);
+  worker_ =
+      std::make_unique<Source_Thread>(DataType(), *binding_, Outputs(), distructor_.get(), downloadIntervalMs_);
   worker_->SetExpression(expression_);
   worker_->SetUseBoardKev(useBoardKev_);
 }
@@ -27,24 +27,23 @@ Source::~Source() {
 }
 
 bool Source::ParseParameters(const QJsonValue& block) {
-  korvax::ApplyParameters(
-      block, {{QLatin1String("download_interval"),
-               [this](const QJsonValue& value) {
-                 downloadIntervalMs_.store(value.toDouble(), std::memory_order_relaxed);
-               }},
-              {QLatin1String("energy_calibration_expression"),
-               [this](const QJsonValue& value) {
-                 expression_ = value.toString();
-                 if (worker_) {
-                   worker_->SetExpression(expression_);
-                 }
-               }},
-              {QLatin1String("use_board_kev"), [this](const QJsonValue& value) {
-                 useBoardKev_ = value.toBool();
-                 if (worker_) {
-                   worker_->SetUseBoardKev(useBoardKev_);
-                 }
-               }}});
+  korvax::ApplyParameters(block, {{QLatin1String("download_interval"),
+                                   [this](const QJsonValue& value) {
+                                     downloadIntervalMs_.store(value.toDouble(), std::memory_order_relaxed);
+                                   }},
+                                  {QLatin1String("energy_calibration_expression"),
+                                   [this](const QJsonValue& value) {
+                                     expression_ = value.toString();
+                                     if (worker_) {
+                                       worker_->SetExpression(expression_);
+                                     }
+                                   }},
+                                  {QLatin1String("use_board_kev"), [this](const QJsonValue& value) {
+                                     useBoardKev_ = value.toBool();
+                                     if (worker_) {
+                                       worker_->SetUseBoardKev(useBoardKev_);
+                                     }
+                                   }}});
   return true;
 }
 

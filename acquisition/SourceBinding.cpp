@@ -15,7 +15,8 @@ auto FindFirst(const List& list, Match match) {
   return std::find_if(std::begin(list), std::end(list), match);
 }
 
-bool BindEntry(const QJsonObject& entry, const QString& blockName, const BoardList& boards, SourceBinding& binding) {
+bool BindEntry(const QJsonObject& entry, const QString& blockName, const BoardList& boards,
+               SourceBinding& binding) {
   const QString pin = entry["pin"].toString();
   const QString source = entry["source"].toString();
   const QStringList parts = pin.split(QLatin1Char('\\'));

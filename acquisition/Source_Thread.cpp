@@ -103,8 +103,8 @@ void Source_Thread::DecodeBlock(board::ReadBlock& block) {
   }
   const BlockGuard guard(*distructor_, block);
   if (block.entries != nullptr && block.count <= acquisition::MostEntries) {
-    DecodeEntries(std::span(reinterpret_cast<const board::Entry*>(block.entries),
-                            static_cast<std::size_t>(block.count)));
+    DecodeEntries(
+        std::span(reinterpret_cast<const board::Entry*>(block.entries), static_cast<std::size_t>(block.count)));
   }
   if (acquisition::IsRateType(dataType_)) {
     Pause(acquisition::RatePauseMs);

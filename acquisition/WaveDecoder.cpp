@@ -18,8 +18,7 @@ void SetHeader(KorvaxPayload_Waves& waves, const board::WaveGroupRecord& group) 
 
 bool IsPlausible(const board::WaveGroupRecord& group) {
   return group.data != nullptr && group.waves <= MostWaves && group.samplesPerWave >= 0 &&
-         group.samplesPerWave <= MostSamples &&
-         qint64{group.waves} * group.samplesPerWave <= MostSamplesOfGroup;
+         group.samplesPerWave <= MostSamples && qint64{group.waves} * group.samplesPerWave <= MostSamplesOfGroup;
 }
 
 std::unique_ptr<KorvaxPayload_Wave> WaveOf(const board::WaveGroupRecord& group, qint32 index) {

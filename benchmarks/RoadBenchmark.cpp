@@ -17,8 +17,8 @@
 #include <QTimer>
 #include <QtDebug>
 
-#include <cstdio>
 #include <sys/resource.h>
+#include <cstdio>
 
 namespace {
 
@@ -150,9 +150,10 @@ int main(int argc, char* argv[]) {
   const double cpu = CpuSeconds() - cpuBefore;
   const qint64 handedOut = blocks * events;
   const qint64 counted = road.Counted();
-  std::printf("events handed out  %lld\nevents counted     %lld\nmessages dropped   %lld\n"
-              "seconds            %.1f (to within 0.1)\nevents a second    %.2f million\nCPU an event       %.1f ns\n",
-              handedOut, counted, (handedOut - counted) / events, seconds,
-              static_cast<double>(counted) / seconds * 1e-6, cpu / static_cast<double>(counted) * 1e9);
+  std::printf(
+      "events handed out  %lld\nevents counted     %lld\nmessages dropped   %lld\n"
+      "seconds            %.1f (to within 0.1)\nevents a second    %.2f million\nCPU an event       %.1f ns\n",
+      handedOut, counted, (handedOut - counted) / events, seconds, static_cast<double>(counted) / seconds * 1e-6,
+      cpu / static_cast<double>(counted) * 1e9);
   return 0;
 }

@@ -23,8 +23,8 @@ struct BoardParameter {
   QString path;  ///< query path of the board library
   bool writable = true;
   ParameterValueType type = ParameterValueType::Unset;
-  QStringList values;  ///< array types: one text per channel, channel 0 first
-  QString value;       ///< scalar types: the text; bool_array: the decimal bit mask
+  QStringList values;        ///< array types: one text per channel, channel 0 first
+  QString value;             ///< scalar types: the text; bool_array: the decimal bit mask
   bool directApply = false;  ///< written to the board whenever the configuration is applied
 
   /// Reads one "elements" entry. Never fails: missing or mistyped keys read as empty. A read-only parameter

@@ -57,6 +57,13 @@ Ending EmptyAnswerEnding(const QString& target, bool byPath) {
   return {ExitCode::EmptyAnswer, (byPath ? path : name).arg(target)};
 }
 
+Ending UnknownQueryEnding(const QString& path) {
+  const QString text = QStringLiteral(
+      "the block \"%1\" is there, but has no answer to this query.\n"
+      "Check \"cmd\", letter for letter; docs/queries.md lists what each kind of block knows.");
+  return {ExitCode::UnknownQuery, text.arg(path)};
+}
+
 Ending BadAnswerEnding(const QString& target, const QString& what, const QString& answer) {
   const QString text = QStringLiteral(
       "\"%1\" gave an answer that does not fit: %2.\n"

@@ -10,9 +10,10 @@ enum class ExitCode {
   OutputFailed = 1,  ///< the answer could not be written to standard output
   Usage = 2,         ///< the command line can't be understood
   Unreachable = 3,   ///< no server at the address, or it went away before it answered
-  EmptyAnswer = 4,   ///< the server found no block for the query, or the block had nothing to say
+  EmptyAnswer = 4,   ///< empty answer: no such block, as far as can be told
   NoAnswer = 5,      ///< the server took the query and stayed silent
   BadAnswer = 6,     ///< the answer is not of the shape that the command needs
+  UnknownQuery = 7,  ///< the block is there but has no answer to this query
 };
 
 /// An exit code with the words that explain it; no words where none are needed.
@@ -32,6 +33,9 @@ Ending NoAnswerEnding(const QString& address, double seconds);
 
 /// The answer was empty. `byPath` tells which of the two routes `target` was sought on.
 Ending EmptyAnswerEnding(const QString& target, bool byPath);
+
+/// The block with the full path `path` answers other queries, but not this one.
+Ending UnknownQueryEnding(const QString& path);
 
 /// `what` is wrong with `answer`, of which the message shows the beginning.
 Ending BadAnswerEnding(const QString& target, const QString& what, const QString& answer);

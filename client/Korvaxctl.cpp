@@ -24,9 +24,12 @@ public:
           "Write it in single quotes, as in korvaxctl query %2 '{\"args\":[{\"cmd\":\"get_data\"}]}'");
       return {ExitCode::Usage, text.arg(request.json, request.target)};
     }
-    const Reply reply = QueryClient(server_, target).AskAndWait(request.json);
+    QueryClient client(server_, target);
+    const Reply reply = client.AskAndWait(request.json);
     if (!reply.Failed()) {
       console_.Print(reply.answer);
+    } else if (reply.ending.code == ExitCode::EmptyAnswer && target.IsFullPath() && IsThere(client)) {
+      return UnknownQueryEnding(request.target);
     }
     return reply.ending;
   }
@@ -69,6 +72,9 @@ public:
   }
 
 private:
+  /// Tells a wrong query from a wrong path: whatever counts answers for its status.
+  static bool IsThere(QueryClient& client) { return !client.AskAndWait(StatusQuery()).Failed(); }
+
   static QString QueryFor(SinkAction action) {
     switch (action) {
       case SinkAction::Start:

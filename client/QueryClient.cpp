@@ -26,7 +26,8 @@ void QueryClient::Ask(const QString& query) {
   if (socket_ && socket_->state() == QAbstractSocket::ConnectedState) {
     socket_->sendTextMessage(message_);
   } else {
-    Connect();
+    // From the event loop: some faults are found, and told, while a connection is being opened.
+    QTimer::singleShot(0, this, &QueryClient::Connect);
   }
 }
 
@@ -47,6 +48,9 @@ Reply QueryClient::AskAndWait(const QString& query) {
 }
 
 void QueryClient::Connect() {
+  if (!waiting_) {
+    return;
+  }
   connected_ = false;
   socket_.reset(new QWebSocket());
   socket_->setProxy(QNetworkProxy::NoProxy);
@@ -103,8 +107,10 @@ void QueryClient::Fail(const Ending& reason) {
   }
   waiting_ = false;
   timer_.stop();
-  socket_->disconnect(this);
-  socket_.reset();
+  if (socket_) {
+    socket_->disconnect(this);
+    socket_.reset();
+  }
   emit failed(reason);
 }
 

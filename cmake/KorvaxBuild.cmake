@@ -23,7 +23,7 @@ if(KORVAX_CCACHE)
 endif()
 
 if(KORVAX_SANITIZE)
-  add_compile_options(-fsanitize=${KORVAX_SANITIZE} -fno-omit-frame-pointer -g)
+  add_compile_options(-fsanitize=${KORVAX_SANITIZE} -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${KORVAX_SANITIZE})
   if(KORVAX_SANITIZE MATCHES "undefined")
     add_compile_options(-fno-sanitize-recover=undefined)

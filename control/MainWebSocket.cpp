@@ -8,8 +8,8 @@
 
 namespace {
 
-// One message may be this long, and one client owe us the reading of this much: a client that sends without end, or
-// never reads, must not take the memory of the acquisition.
+// One message may be this long, and one client owe us the reading of this much: a client that sends without end,
+// or never reads, must not take the memory of the acquisition.
 constexpr quint64 LongestMessage = quint64{256} << 20;
 constexpr qint64 MostUnsentBytes = qint64{256} << 20;
 

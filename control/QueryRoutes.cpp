@@ -33,10 +33,10 @@ bool Serves(const std::initializer_list<QLatin1String>& types, const KorvaxBlock
 
 QString AnswerQuery(const BlockList& blocks, const QString& route, const QString& message) {
   const bool generic = route == QLatin1String(GenericRoute);
-  KorvaxBlock* const block =
-      generic ? FindBlock(blocks, &KorvaxBlock::FullPath,
-                          QJsonDocument::fromJson(message.toUtf8()).object()["path"].toString())
-              : FindBlock(blocks, &KorvaxBlock::Name, route);
+  KorvaxBlock* const block = generic
+                                 ? FindBlock(blocks, &KorvaxBlock::FullPath,
+                                             QJsonDocument::fromJson(message.toUtf8()).object()["path"].toString())
+                                 : FindBlock(blocks, &KorvaxBlock::Name, route);
   QString answer;
   auto* const handler = dynamic_cast<QueryHandler*>(block);
   if (handler != nullptr && Serves(generic ? GenericTypes : NamedTypes, *block)) {

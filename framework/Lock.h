@@ -41,8 +41,12 @@ inline void HappensBefore([[maybe_unused]] void* address) {
 class SignalCrossing {
 public:
 #ifdef KORVAX_THREAD_SANITIZER
-  SignalCrossing() { __tsan_ignore_thread_begin(); }
-  ~SignalCrossing() { __tsan_ignore_thread_end(); }
+  SignalCrossing() {
+    __tsan_ignore_thread_begin();
+  }
+  ~SignalCrossing() {
+    __tsan_ignore_thread_end();
+  }
 #else
   SignalCrossing() {}
 #endif

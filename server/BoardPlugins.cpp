@@ -15,8 +15,7 @@ bool IsCandidate(const QString& fileName) {
 }  // namespace
 
 void BoardPlugins::LoadAll(const QString& folder) {
-  const QStringList names =
-      QDir(folder).entryList({QLatin1String(LibraryFilter)}, QDir::Files, QDir::Unsorted);
+  const QStringList names = QDir(folder).entryList({QLatin1String(LibraryFilter)}, QDir::Files, QDir::Unsorted);
   for (const QString& name : names) {
     if (IsCandidate(name)) {
       Load(folder, name);

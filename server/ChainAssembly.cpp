@@ -41,8 +41,8 @@ QString ChainAssembly::BuildChain(int group, const QJsonObject& chain) {
   for (const QJsonValue& value : descriptions) {
     const QJsonObject description = value.toObject();
     const QString blockName = description["name"].toString();
-    const QString fullPath =
-        QStringLiteral("processing/%1/filter_chain/").arg(group) + chainName + QStringLiteral("/chain/") + blockName;
+    const QString fullPath = QStringLiteral("processing/%1/filter_chain/").arg(group) + chainName +
+                             QStringLiteral("/chain/") + blockName;
     const QString fault = BuildBlock(fullPath, description);
     if (!fault.isEmpty()) {
       return QStringLiteral("Processing group %1, chain ").arg(group) + Quoted(chainName) +
@@ -72,8 +72,9 @@ QString ChainAssembly::LinkInputs(const QJsonObject& description, KorvaxBlock& b
   const QJsonArray sources = description["sources"].toArray();
   const auto pins = static_cast<int>(block.Inputs().size());
   if (inputCount > sources.size() || inputCount > pins) {
-    return QStringLiteral("key \"input_count\": expected at most %1 (the block has %2 input pins and \"sources\" "
-                          "%3 entries); found %4")
+    return QStringLiteral(
+               "key \"input_count\": expected at most %1 (the block has %2 input pins and \"sources\" "
+               "%3 entries); found %4")
         .arg(std::min(pins, sources.size()))
         .arg(pins)
         .arg(sources.size())
@@ -92,8 +93,9 @@ QString ChainAssembly::LinkInput(const QJsonObject& source, int index, KorvaxBlo
   const QString upstreamName = source["source"].toString();
   KorvaxBlock* const upstream = FindBlock(upstreamName);
   if (upstream == nullptr) {
-    return QStringLiteral("key \"sources\"[%1].\"source\": expected the name of a block that stands earlier in the "
-                          "file; found ")
+    return QStringLiteral(
+               "key \"sources\"[%1].\"source\": expected the name of a block that stands earlier in the "
+               "file; found ")
                .arg(index) +
            Quoted(upstreamName);
   }
@@ -101,13 +103,15 @@ QString ChainAssembly::LinkInput(const QJsonObject& source, int index, KorvaxBlo
   const int pin = source["pin"].toString().toInt();
   const auto outputs = static_cast<int>(upstream->Outputs().size());
   if (pin < 0 || pin >= outputs) {
-    return QStringLiteral("key \"sources\"[%1].\"pin\": expected the index, as a text, of one of the %2 output pins "
-                          "of ")
+    return QStringLiteral(
+               "key \"sources\"[%1].\"pin\": expected the index, as a text, of one of the %2 output pins "
+               "of ")
                .arg(index)
                .arg(outputs) +
            Quoted(upstreamName) + QStringLiteral(", counted from 0; found %1").arg(pin);
   }
-  block.Inputs()[static_cast<std::size_t>(index)]->Connect(upstream->Outputs()[static_cast<std::size_t>(pin)].get());
+  block.Inputs()[static_cast<std::size_t>(index)]->Connect(
+      upstream->Outputs()[static_cast<std::size_t>(pin)].get());
   return {};
 }
 

@@ -8,9 +8,9 @@
 
 /// The configuration file as start-up reads it. Missing or mistyped keys read as empty.
 struct Configuration {
-  QString storagePath;   ///< "storage" → "file_path": the folder for run files
-  QJsonArray hardware;   ///< the boards
-  QJsonArray processing; ///< the processing groups
+  QString storagePath;    ///< "storage" → "file_path": the folder for run files
+  QJsonArray hardware;    ///< the boards
+  QJsonArray processing;  ///< the processing groups
 
   /// Nothing when the file can't be read or isn't JSON.
   static std::optional<Configuration> Load(const QString& path);

@@ -9,7 +9,8 @@
 namespace korvax {
 class ByteWriter;
 
-/// Counters of channels × bins, unsigned 32-bit, wrapping. One thread at a time counts or resets; any thread reads.
+/// Counters of channels × bins, unsigned 32-bit, wrapping. One thread at a time counts or resets; any thread
+/// reads.
 class ChannelHistogram {
 public:
   /// The most counters that one histogram may have: all of them as text still fit one answer.

@@ -36,20 +36,19 @@ void Histogram::ParseConfiguration(const QJsonValue& block) {
 
 bool Histogram::ParseParameters(const QJsonValue& block) {
   korvax::ApplyParameters(
-      block, {{QLatin1String("gain"),
-               [this](const QJsonValue& value) {
-                 gain_ = value.toDouble();
-                 if (worker_) {
-                   worker_->SetGain(gain_);
-                 }
-               }},
-              {QLatin1String("energy_cut_min"),
-               [this](const QJsonValue& value) {
-                 SetCut(energyCutMin_, "Spectrum energy_cut_min: ", value.toDouble());
-               }},
-              {QLatin1String("energy_cut_max"), [this](const QJsonValue& value) {
-                 SetCut(energyCutMax_, "Spectrum energy_cut_max: ", value.toDouble());
-               }}});
+      block,
+      {{QLatin1String("gain"),
+        [this](const QJsonValue& value) {
+          gain_ = value.toDouble();
+          if (worker_) {
+            worker_->SetGain(gain_);
+          }
+        }},
+       {QLatin1String("energy_cut_min"),
+        [this](const QJsonValue& value) { SetCut(energyCutMin_, "Spectrum energy_cut_min: ", value.toDouble()); }},
+       {QLatin1String("energy_cut_max"), [this](const QJsonValue& value) {
+          SetCut(energyCutMax_, "Spectrum energy_cut_max: ", value.toDouble());
+        }}});
   return true;
 }
 

@@ -33,7 +33,7 @@ private:
   };
   void CountEvent(const KorvaxPayload_Energy& event, const Settings& settings);
 
-  mutable QMutex mutex_;  // taken once per message
-  Settings settings_;     // guarded by mutex_
+  mutable QMutex mutex_;             // taken once per message
+  Settings settings_;                // guarded by mutex_
   korvax::ChannelHistogram counts_;  // written under mutex_, read without
 };

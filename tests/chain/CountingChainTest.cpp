@@ -124,7 +124,7 @@ TEST_F(ASourceAndASpectrum, countsOnlyGrowBetweenResets) {
   ASSERT_TRUE(WaitForTotal(*spectrum, Channels, offered));
 }
 
-TEST_F(ASourceAndASpectrum, areResetWhileTheyCount) {
+TEST_F(ASourceAndASpectrum, answerResetsWhileTheyCount) {
   Run(*spectrum);
   source->Run();
   for (int round = 0; round < 100; ++round) {

@@ -173,8 +173,7 @@ TEST(BoardParameter, BoolArrayOfAMillionElementsIsNoNumber) {
   for (int i = 0; i < 1'000'000; ++i) {
     values.append("1");
   }
-  const auto parameter =
-      BoardParameter::FromJson(QJsonObject{{"value_type", "bool_array"}, {"values", values}});
+  const auto parameter = BoardParameter::FromJson(QJsonObject{{"value_type", "bool_array"}, {"values", values}});
   EXPECT_EQ(parameter.value, QString("0"));
 }
 

@@ -29,10 +29,10 @@ TEST_P(Fit, givesEveryColumnTheSameShare) {
 }
 
 INSTANTIATE_TEST_SUITE_P(ColumnLayout, Fit,
-                         testing::Values(FitRow{0, 74, 1, 1, 0}, FitRow{10, 0, 1, 1, 0},
-                                         FitRow{1, 74, 1, 74, 74}, FitRow{74, 74, 1, 1, 74},
-                                         FitRow{75, 74, 2, 1, 38}, FitRow{30, 74, 1, 2, 60},
-                                         FitRow{16384, 74, 222, 1, 74}, FitRow{16384, 1, 16384, 1, 1}));
+                         testing::Values(FitRow{0, 74, 1, 1, 0}, FitRow{10, 0, 1, 1, 0}, FitRow{1, 74, 1, 74, 74},
+                                         FitRow{74, 74, 1, 1, 74}, FitRow{75, 74, 2, 1, 38},
+                                         FitRow{30, 74, 1, 2, 60}, FitRow{16384, 74, 222, 1, 74},
+                                         FitRow{16384, 1, 16384, 1, 1}));
 
 TEST(ColumnLayout, aColumnIsTheSumOfItsBinsAndTheLastMayBeShorter) {
   const std::vector<quint32> counts{1, 2, 3, 4, 5, 6, 7};

@@ -53,8 +53,8 @@ TEST(CommandLine, aSpectrumDefaultsToChannelZeroOnceAndLinear) {
 
 TEST(CommandLine, readsEveryOptionOfASpectrum) {
   const auto request =
-      Parsed<SpectrumRequest>({"spectrum", "--channel", "5,1", "a/b", "--live", "--log", "--from", "10",
-                               "--to", "20", "--width", "100", "--height", "30", "--interval", "0.25"});
+      Parsed<SpectrumRequest>({"spectrum", "--channel", "5,1", "a/b", "--live", "--log", "--from", "10", "--to",
+                               "20", "--width", "100", "--height", "30", "--interval", "0.25"});
   EXPECT_EQ(request.path, "a/b");
   EXPECT_THAT(request.channels, ElementsAre(1, 5));
   EXPECT_EQ(request.range, (BinRange{10, 20}));
@@ -105,8 +105,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(std::pair(Words{}, "A command is missing"),
                     std::pair(Words{"dance"}, "\"dance\" is not a command"),
                     std::pair(Words{"--colour"}, "--colour"), std::pair(Words{"query"}, "TARGET"),
-                    std::pair(Words{"query", "x"}, "JSON"),
-                    std::pair(Words{"query", "x", "{}", "more"}, "more"),
+                    std::pair(Words{"query", "x"}, "JSON"), std::pair(Words{"query", "x", "{}", "more"}, "more"),
                     std::pair(Words{"spectrum"}, "PATH"), std::pair(Words{"spectrum", ""}, "empty"),
                     std::pair(Words{"start"}, "PATH"), std::pair(Words{"status", "a/b", "stop", "a/b"}, ""),
                     std::pair(Words{"spectrum", "a/b", "--colour"}, "--colour"),
@@ -130,9 +129,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(CommandLine, theHelpListsCommandsExamplesAndExitCodes) {
   const Ending help = Ended({"--help"});
   EXPECT_EQ(help.code, ExitCode::Ok);
-  for (const char* part :
-       {"query", "spectrum", "start", "stop", "reset", "status", "--host", "--port", "--timeout",
-        "Examples:", "Exit codes:", "  2  ", "  3  ", "  4  ", "  5  ", "  6  "}) {
+  for (const char* part : {"query", "spectrum", "start", "stop", "reset", "status", "--host", "--port",
+                           "--timeout", "Examples:", "Exit codes:", "  2  ", "  3  ", "  4  ", "  5  ", "  6  "}) {
     EXPECT_THAT(help.text.toStdString(), HasSubstr(part));
   }
 }

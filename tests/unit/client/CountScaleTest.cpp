@@ -49,8 +49,7 @@ TEST(CountScale, linearTicksAreRoundAndReachAboveTheLargestColumn) {
 TEST(CountScale, logarithmicTicksAreDecadesWithTwosAndFivesWhereThereIsRoom) {
   EXPECT_THAT(Rows(CountScale(100000, 12, true)),
               ElementsAre(At(1, 1), At(3, 10), At(5, 100), At(7, 1000), At(10, 10000), At(12, 100000)));
-  EXPECT_THAT(Rows(CountScale(20, 12, true)),
-              ElementsAre(At(2, 1), At(5, 2), At(7, 5), At(10, 10), At(12, 20)));
+  EXPECT_THAT(Rows(CountScale(20, 12, true)), ElementsAre(At(2, 1), At(5, 2), At(7, 5), At(10, 10), At(12, 20)));
 }
 
 TEST(CountScale, oneCountIsSeenBesideAnyNumberOfCounts) {

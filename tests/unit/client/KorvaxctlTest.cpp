@@ -55,8 +55,7 @@ TEST(Korvaxctl, sendsAQueryByNameInTheUrlAndByFullPathInTheMessage) {
   EXPECT_EQ(server.Queries()[0].route, "/commands");
   EXPECT_EQ(server.Queries()[0].message, R"({"cmd":"x"})");
   EXPECT_EQ(server.Queries()[1].route, "/query_by_json");
-  EXPECT_EQ(server.Queries()[1].message,
-            R"({"cmd":"x","path":"processing/0/filter_chain/main/chain/spectrum"})");
+  EXPECT_EQ(server.Queries()[1].message, R"({"cmd":"x","path":"processing/0/filter_chain/main/chain/spectrum"})");
 }
 
 TEST(Korvaxctl, printsALargeAnswerWhole) {
@@ -74,10 +73,9 @@ TEST(Korvaxctl, aQueryThatIsNotAnObjectIsAUsageErrorAndNotSent) {
 }
 
 TEST(Korvaxctl, startStopAndResetSendTheirQueryToThePath) {
-  const std::vector<std::pair<std::string, QString>> table{
-      {"start", R"("cmd":"run_control","status":"freerun")"},
-      {"stop", R"("cmd":"run_control","status":"idle")"},
-      {"reset", R"("cmd":"reset")"}};
+  const std::vector<std::pair<std::string, QString>> table{{"start", R"("cmd":"run_control","status":"freerun")"},
+                                                           {"stop", R"("cmd":"run_control","status":"idle")"},
+                                                           {"reset", R"("cmd":"reset")"}};
   for (const auto& [command, expected] : table) {
     ScriptedServer server(Always(obeyed));
     const Outcome outcome = RunClient(server.Port(), {command, path});
@@ -105,6 +103,27 @@ TEST(Korvaxctl, anEmptyAnswerNamesTheTargetAndWhatToCheck) {
     EXPECT_THAT(outcome.error.toStdString(), HasSubstr("full path \"" + path + "\""));
     EXPECT_THAT(outcome.error.toStdString(), HasSubstr("configuration"));
     EXPECT_EQ(outcome.out, "");
+  }
+}
+
+TEST(Korvaxctl, aQueryThatItsBlockDoesNotKnowIsToldFromAWrongPath) {
+  ScriptedServer server([](const ScriptedServer::Query& query) -> std::optional<QString> {
+    return query.message.contains(QStringLiteral("data_get_status")) ? idle : QString();
+  });
+  const Outcome outcome = RunClient(server.Port(), {"query", path, R"({"args":[{"cmd":"launch"}]})"});
+  EXPECT_EQ(outcome.code, ExitCode::UnknownQuery);
+  EXPECT_THAT(outcome.error.toStdString(), HasSubstr(path));
+  EXPECT_THAT(outcome.error.toStdString(), HasSubstr("is there, but has no answer to this query"));
+}
+
+TEST(Korvaxctl, aTargetThatNoConnectionCanBeOpenedForEndsWithoutAServersAnswer) {
+  for (const char* command : {"query", "spectrum"}) {
+    ScriptedServer server(Always(obeyed));
+    std::vector<std::string> words{command, "a\r\nb"};
+    if (words[0] == "query") {
+      words.emplace_back("{}");
+    }
+    EXPECT_NE(RunClient(server.Port(), words).code, ExitCode::Ok) << command;
   }
 }
 

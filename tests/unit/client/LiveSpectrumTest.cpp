@@ -122,17 +122,16 @@ TEST(LiveSpectrum, findsAServerThatWasStartedAgain) {
     server = std::make_unique<ScriptedServer>(Pictures({7}), port);
   };
   int asked = 0;
-  server =
-      std::make_unique<ScriptedServer>([&](const ScriptedServer::Query& query) -> std::optional<QString> {
-        if (AsksForStatus(query)) {
-          return freerun;
-        }
-        if (++asked == 1) {
-          return Data(5);
-        }
-        QMetaObject::invokeMethod(QCoreApplication::instance(), restart, Qt::QueuedConnection);
-        return std::nullopt;
-      });
+  server = std::make_unique<ScriptedServer>([&](const ScriptedServer::Query& query) -> std::optional<QString> {
+    if (AsksForStatus(query)) {
+      return freerun;
+    }
+    if (++asked == 1) {
+      return Data(5);
+    }
+    QMetaObject::invokeMethod(QCoreApplication::instance(), restart, Qt::QueuedConnection);
+    return std::nullopt;
+  });
   port = server->Port();
   const Outcome outcome = RunClient(port, {"spectrum", "a/b", "--live", "--interval", "0.05"});
   EXPECT_EQ(outcome.code, ExitCode::Ok);

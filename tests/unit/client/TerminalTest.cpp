@@ -21,8 +21,7 @@ using testing::HasSubstr;
 /// A pseudo-terminal: the program writes to its slave, the test reads what would be on the screen.
 class Terminal {
 public:
-  Terminal(unsigned short columns, unsigned short rows)
-      : master_(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+  Terminal(unsigned short columns, unsigned short rows) : master_(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
     grantpt(master_);
     unlockpt(master_);
     Resize(columns, rows);

@@ -34,9 +34,9 @@ TEST(ByteWriter, isEmptyAtFirst) {
 TEST(ByteWriter, writesNumbersLittleEndian) {
   korvax::ByteWriter out;
   out.U8(0xAB).U32(0x01020304).U64(0x1112131415161718).F64(-2.0);
-  EXPECT_EQ(out.View(), std::string("\xAB"                              // one byte
-                                    "\x04\x03\x02\x01"                  // 32 bits
-                                    "\x18\x17\x16\x15\x14\x13\x12\x11"  // 64 bits
+  EXPECT_EQ(out.View(), std::string("\xAB"                               // one byte
+                                    "\x04\x03\x02\x01"                   // 32 bits
+                                    "\x18\x17\x16\x15\x14\x13\x12\x11"   // 64 bits
                                     "\x00\x00\x00\x00\x00\x00\x00\xC0",  // -2.0
                                     21));
 }
@@ -66,9 +66,14 @@ TEST(ByteWriter, generalFormTakesExtremes) {
 
 TEST(ByteWriter, fixedFormHasSixDecimals) {
   const std::pair<double, const char*> rows[] = {
-      {0.0, "0.000000"},       {1.5, "1.500000"},           {-2.25, "-2.250000"},
-      {1e-7, "0.000000"},      {0.0000005, "0.000000"},     {0.9999999, "1.000000"},
-      {1e15, "1000000000000000.000000"}, {123456.789, "123456.789000"},
+      {0.0, "0.000000"},
+      {1.5, "1.500000"},
+      {-2.25, "-2.250000"},
+      {1e-7, "0.000000"},
+      {0.0000005, "0.000000"},
+      {0.9999999, "1.000000"},
+      {1e15, "1000000000000000.000000"},
+      {123456.789, "123456.789000"},
   };
   for (const auto& [value, text] : rows) {
     EXPECT_EQ(Fixed(value), text);

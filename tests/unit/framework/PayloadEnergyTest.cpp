@@ -72,15 +72,14 @@ TEST(EnergyRecord, changingTheCopyLeavesTheOriginal) {
 }
 
 TEST(EnergyRecord, binaryFormHas25BytesWithRawEnergyTwiceAndHalfTheCalibratedEnergy_isKept) {
-  EXPECT_EQ(Written(Pulse(), 0),
-            Text({
-                0x88, 0x77, 0x66, 0x55, 0x44, 0x33, 0x22, 0x11,  //  0 timestamp
-                0xD4, 0xC3, 0xB2, 0xA1,                          //  8 channel
-                0x04, 0x03, 0x02, 0x01,                          // 12 energy_raw
-                0x04, 0x03, 0x02, 0x01,                          // 16 energy_raw again
-                0x9A, 0x99, 0x99, 0x99,                          // 20 low half of the energy
-                0x03,                                            // 24 flags
-            }));
+  EXPECT_EQ(Written(Pulse(), 0), Text({
+                                     0x88, 0x77, 0x66, 0x55, 0x44, 0x33, 0x22, 0x11,  //  0 timestamp
+                                     0xD4, 0xC3, 0xB2, 0xA1,                          //  8 channel
+                                     0x04, 0x03, 0x02, 0x01,                          // 12 energy_raw
+                                     0x04, 0x03, 0x02, 0x01,                          // 16 energy_raw again
+                                     0x9A, 0x99, 0x99, 0x99,                          // 20 low half of the energy
+                                     0x03,                                            // 24 flags
+                                 }));
 }
 
 TEST(EnergyRecord, flagByteIsSecondFlagTimesTwoPlusFirst) {
@@ -102,15 +101,14 @@ TEST(EnergyRecord, binaryFormOfExtremesKeepsEveryBit) {
   event.channel = 0;
   event.energyRaw = 0xFFFFFFFF;
   event.energy = -0.0;  // its low half is zero
-  EXPECT_EQ(Written(event, 0),
-            Text({
-                0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,  //  0 timestamp
-                0x00, 0x00, 0x00, 0x00,                          //  8 channel
-                0xFF, 0xFF, 0xFF, 0xFF,                          // 12 energy_raw
-                0xFF, 0xFF, 0xFF, 0xFF,                          // 16 energy_raw again
-                0x00, 0x00, 0x00, 0x00,                          // 20 low half of the energy
-                0x00,                                            // 24 flags
-            }));
+  EXPECT_EQ(Written(event, 0), Text({
+                                   0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,  //  0 timestamp
+                                   0x00, 0x00, 0x00, 0x00,                          //  8 channel
+                                   0xFF, 0xFF, 0xFF, 0xFF,                          // 12 energy_raw
+                                   0xFF, 0xFF, 0xFF, 0xFF,                          // 16 energy_raw again
+                                   0x00, 0x00, 0x00, 0x00,                          // 20 low half of the energy
+                                   0x00,                                            // 24 flags
+                               }));
 }
 
 TEST(EnergyRecord, csvFormHasATrailingComma_isKept) {

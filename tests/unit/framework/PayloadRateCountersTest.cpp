@@ -68,20 +68,19 @@ TEST(RateRecord, cloneIsADeepCopy) {
 }
 
 TEST(RateRecord, binaryFormHoldsTheLowHalvesOfTheCounters_isKept) {
-  EXPECT_EQ(Written(Reading(), 0),
-            Text({
-                0x08, 0x07, 0x06, 0x05, 0x04, 0x03, 0x02, 0x01,  //  0 timestamp
-                0x02, 0x00, 0x00, 0x00,                          //  8 channels
-                0x00, 0x00, 0x00, 0x00,                          // 12 reserved
-                0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xF8, 0x3F,  // 16 rate in 0: 1.5
-                0x02, 0x00, 0x00, 0x00,                          // 24 counter in 0, low half
-                0x9A, 0x99, 0x99, 0x99, 0x99, 0x99, 0xB9, 0x3F,  // 28 rate out 0: 0.1
-                0x04, 0x00, 0x00, 0x00,                          // 36 counter out 0
-                0x00, 0x00, 0x00, 0x00, 0x87, 0xD6, 0x32, 0x41,  // 40 rate in 1: 1234567
-                0x03, 0x00, 0x00, 0x00,                          // 48 counter in 1
-                0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x40,  // 52 rate out 1: 2
-                0x05, 0x00, 0x00, 0x00,                          // 60 counter out 1, low half
-            }));
+  EXPECT_EQ(Written(Reading(), 0), Text({
+                                       0x08, 0x07, 0x06, 0x05, 0x04, 0x03, 0x02, 0x01,  //  0 timestamp
+                                       0x02, 0x00, 0x00, 0x00,                          //  8 channels
+                                       0x00, 0x00, 0x00, 0x00,                          // 12 reserved
+                                       0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xF8, 0x3F,  // 16 rate in 0: 1.5
+                                       0x02, 0x00, 0x00, 0x00,  // 24 counter in 0, low half
+                                       0x9A, 0x99, 0x99, 0x99, 0x99, 0x99, 0xB9, 0x3F,  // 28 rate out 0: 0.1
+                                       0x04, 0x00, 0x00, 0x00,                          // 36 counter out 0
+                                       0x00, 0x00, 0x00, 0x00, 0x87, 0xD6, 0x32, 0x41,  // 40 rate in 1: 1234567
+                                       0x03, 0x00, 0x00, 0x00,                          // 48 counter in 1
+                                       0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x40,  // 52 rate out 1: 2
+                                       0x05, 0x00, 0x00, 0x00,  // 60 counter out 1, low half
+                                   }));
 }
 
 TEST(RateRecord, csvFormHasRatesWithSixDecimalsAndNoLineEnd) {
@@ -99,12 +98,11 @@ TEST(RateRecord, jsonFormHasNoClosingBrace_isKept) {
 
 TEST(RateRecord, withoutChannelsItWritesItsHeadOnly) {
   const KorvaxPayload_RateCounters rates(0);
-  EXPECT_EQ(Written(rates, 0),
-            Text({
-                0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //  0 timestamp
-                0x00, 0x00, 0x00, 0x00,                          //  8 channels
-                0x00, 0x00, 0x00, 0x00,                          // 12 reserved
-            }));
+  EXPECT_EQ(Written(rates, 0), Text({
+                                   0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,  //  0 timestamp
+                                   0x00, 0x00, 0x00, 0x00,                          //  8 channels
+                                   0x00, 0x00, 0x00, 0x00,                          // 12 reserved
+                               }));
   EXPECT_EQ(Written(rates, 1), "0,0,");
   EXPECT_EQ(Written(rates, 2),
             "{\"timestamp\":0,\"nchannels\":0,\"rates_in\": [ ], \"counters_in\": [ ], \"rates_out\": [ ], "

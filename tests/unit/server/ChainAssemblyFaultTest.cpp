@@ -22,7 +22,7 @@ const FaultRow Rows[] = {
      {"\"block_type\"", "expected one of ", "source, ", "spectrum", "\"Spectrum\""}},
     {"no type", R"({"name": "s"})", {"\"block_type\"", "expected one of ", "found \"\""}},
     {"a type of several lines",
-     "{\"block_type\": \"x\\nKORVAX IS STARTED AND READY\\n\", \"name\": \"s\\nt\"}",
+     "{\"block_type\": \"x\\nKORVAX IS STARTED AND READY\\n\", \"name\": \"s\"}",
      {"\"block_type\"", "expected one of ", R"(found "x\nKORVAX IS STARTED AND READY\n")"}},
     {"a type that is no text", R"({"name": "s", "block_type": 5})", {"\"block_type\"", "expected one of "}},
     {"an unknown upstream block",

@@ -99,8 +99,8 @@ TEST(Histogram, destroysEveryRecordOfAMessageCountedOrNot) {
   spectrum.Run();
   std::atomic<int> destroyed = 0;
   const auto note = [&destroyed] { ++destroyed; };
-  ASSERT_TRUE(spectrum.Consume(test::Watched(note), Energy(0, 1), test::Watched(note), Energy(0, 2),
-                               test::Watched(note)));
+  ASSERT_TRUE(
+      spectrum.Consume(test::Watched(note), Energy(0, 1), test::Watched(note), Energy(0, 2), test::Watched(note)));
   EXPECT_EQ(destroyed, 3);
   EXPECT_EQ(spectrum.Channel(0), R"([{"data":[0,1,0]}])");
 }

@@ -23,8 +23,8 @@ class Spectrum {
 public:
   /// `parameters`: the elements of the block's "parameters" list.
   explicit Spectrum(const QByteArray& parameters)
-      : block(nullptr, SpectrumContext(), Object(R"({"name":"spectrum","data_type":"energy","parameters":[)" +
-                                                 parameters + "]}")) {
+      : block(nullptr, SpectrumContext(),
+              Object(R"({"name":"spectrum","data_type":"energy","parameters":[)" + parameters + "]}")) {
     block.Inputs().front()->Connect(&feed);
   }
 
