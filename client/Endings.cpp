@@ -42,18 +42,18 @@ Ending NoAnswerEnding(const QString& address, double seconds) {
 
 Ending EmptyAnswerEnding(const QString& target, bool byPath) {
   const QString path = QStringLiteral(
-      "empty answer. The server has no block with the full path \"%1\", or not of a kind\n"
-      "that answers to its path, or the block has no answer to this query. Check in the server's\n"
-      "configuration that the path is processing/GROUP/filter_chain/CHAIN/chain/BLOCK, letter for letter,\n"
-      "and that the chain is enabled. Dumpers, oscilloscopes and \"commands\" answer to their bare name\n"
-      "instead. High-voltage switches are silent even when they have worked.");
+      "empty answer: nothing with the full path \"%1\" answers to this query. Check\n"
+      "- the path, letter for letter, as the server's configuration gives it:\n"
+      "  processing/GROUP/filter_chain/CHAIN/chain/BLOCK, and that the chain is enabled there;\n"
+      "- the kind of block: dumpers, oscilloscopes and \"commands\" answer to their bare name only;\n"
+      "- the query: unknown commands get no answer, and high-voltage switches none even when they worked.");
   const QString name = QStringLiteral(
-      "empty answer. The server has no block named \"%1\", or not of a kind that answers to its name, or\n"
-      "the block has no answer to this query. Check the name in the server's configuration, letter for\n"
-      "letter. Spectra, time distributions, positions, images and rate counters answer to their full\n"
-      "path instead, processing/GROUP/filter_chain/CHAIN/chain/%1. High-voltage switches are silent even "
-      "when\n"
-      "they have worked.");
+      "empty answer: nothing named \"%1\" answers to this query. Check\n"
+      "- the name, letter for letter, as the server's configuration gives it;\n"
+      "- the kind of block: spectra, time distributions, positions, images and rate counters answer to "
+      "their\n"
+      "  full path only, processing/GROUP/filter_chain/CHAIN/chain/%1;\n"
+      "- the query: unknown commands get no answer, and high-voltage switches none even when they worked.");
   return {ExitCode::EmptyAnswer, (byPath ? path : name).arg(target)};
 }
 
@@ -70,6 +70,13 @@ Ending BadAnswerEnding(const QString& target, const QString& what, const QString
       "It begins: %3\n"
       "Check that the target is a block of the right kind; korvaxctl query shows the whole answer.");
   return {ExitCode::BadAnswer, text.arg(target, what, Excerpt(answer))};
+}
+
+Ending NoChannelEnding(const QString& target, int channel) {
+  const QString text = QStringLiteral(
+      "\"%1\" has no channel %2.\n"
+      "Its channels count from 0; \"ch_number\" in the server's configuration says how many there are.");
+  return {ExitCode::BadAnswer, text.arg(target).arg(channel)};
 }
 
 }  // namespace korvax::client

@@ -40,4 +40,7 @@ Ending UnknownQueryEnding(const QString& path);
 /// `what` is wrong with `answer`, of which the message shows the beginning.
 Ending BadAnswerEnding(const QString& target, const QString& what, const QString& answer);
 
+/// The block left `channel` out of its answer, as it does with channels that it doesn't have.
+Ending NoChannelEnding(const QString& target, int channel);
+
 }  // namespace korvax::client
