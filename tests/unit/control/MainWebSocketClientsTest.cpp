@@ -106,6 +106,30 @@ TEST_F(MainWebSocketClients, OneThatStopsReadingDoesNotHoldUpTheOthers) {
   EXPECT_EQ(samples, qint64{Queries} << 20);  // nothing of what it was owed is lost
 }
 
+TEST_F(MainWebSocketClients, OneThatLetsItsAnswersPileUpIsDisconnectedWithOneLine) {
+  spectrum_->answer = QString(32 << 20, 'z');
+  RawClient deaf(Port(), "/query_by_json");
+  deaf.socket.setReadBufferSize(1024);
+  for (int i = 0; i < 16; ++i) {  // 512 MiB of answers
+    deaf.socket.write(RawClient::TextFrame(R"({"path": "p/s"})"));
+  }
+  ASSERT_TRUE(test::WaitFor([&] { return watch_.disposed == 1; }));
+  ASSERT_EQ(log_.Lines().size(), 1);
+  EXPECT_TRUE(log_.Lines().first().contains("127.0.0.1")) << log_.Lines().first().toStdString();
+  EXPECT_TRUE(log_.Lines().first().contains("disconnected")) << log_.Lines().first().toStdString();
+  Client other(Port(), "/d");
+  EXPECT_EQ(other.Ask("m"), QString("d:m"));
+}
+
+TEST_F(MainWebSocketClients, OneThatAnnouncesAMessageBeyondTheLimitIsDisconnected) {
+  RawClient client(Port(), "/d");
+  // A text frame of 2^28 + 1 bytes: its length stands in 8 bytes, high byte first; then the mask.
+  client.socket.write(QByteArray("\x81\xFF\x00\x00\x00\x00\x10\x00\x00\x01\x00\x00\x00\x00", 14));
+  EXPECT_TRUE(test::WaitFor([&] { return client.socket.state() == QAbstractSocket::UnconnectedState; }));
+  Client other(Port(), "/d");
+  EXPECT_EQ(other.Ask("m"), QString("d:m"));
+}
+
 TEST_F(MainWebSocketClients, OneThatStopsReadingAndVanishesIsForgotten) {
   spectrum_->answer = QString(1 << 20, 'z');
   {
