@@ -126,9 +126,8 @@ QString Fault(const CLI::App& app, const CLI::ParseError& error) {
 }
 
 SpectrumRequest ToSpectrum(const Words& words) {
-  SpectrumRequest request{Text(words.target), words.channels, words.range,
-                          words.logarithmic,  words.live,     Milliseconds(words.interval),
-                          words.width,        words.height};
+  SpectrumRequest request{Text(words.target),           words.channels, words.range, words.logarithmic, words.live,
+                          Milliseconds(words.interval), words.width,    words.height};
   std::vector<int>& channels = request.channels;
   std::sort(channels.begin(), channels.end());
   channels.erase(std::unique(channels.begin(), channels.end()), channels.end());

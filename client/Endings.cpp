@@ -50,9 +50,8 @@ Ending EmptyAnswerEnding(const QString& target, bool byPath) {
   const QString name = QStringLiteral(
       "empty answer: nothing named \"%1\" answers to this query. Check\n"
       "- the name, letter for letter, as the server's configuration gives it;\n"
-      "- the kind of block: spectra, time distributions, positions, images and rate counters answer to "
-      "their\n"
-      "  full path only, processing/GROUP/filter_chain/CHAIN/chain/%1;\n"
+      "- the kind of block: spectra, time distributions, positions, images and rate counters answer to\n"
+      "  their full path only, processing/GROUP/filter_chain/CHAIN/chain/%1;\n"
       "- the query: unknown commands get no answer, and high-voltage switches none even when they worked.");
   return {ExitCode::EmptyAnswer, (byPath ? path : name).arg(target)};
 }

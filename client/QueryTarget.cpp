@@ -5,8 +5,7 @@
 
 namespace korvax::client {
 
-QueryTarget::QueryTarget(QString text)
-    : text_(std::move(text)), isFullPath_(text_.contains(QLatin1Char('/'))) {}
+QueryTarget::QueryTarget(QString text) : text_(std::move(text)), isFullPath_(text_.contains(QLatin1Char('/'))) {}
 
 QUrl QueryTarget::Url(const ServerAddress& server) const {
   QUrl url;

@@ -70,9 +70,10 @@ void SpectrumView::TakeData(const QString& answer) {
   const std::size_t asked = request_.channels.size();
   if (data.value && data.value->size() < asked) {
     // Channels count from 0 and come in ascending order, so it is the last ones that don't exist.
-    const int missing = request_.channels[data.value->size()];
-    data.fault = QStringLiteral("the block has no channel %1 (see its \"ch_number\")").arg(missing);
-  } else if (data.value && data.value->size() > asked) {
+    TakeFailure(NoChannelEnding(request_.path, request_.channels[data.value->size()]));
+    return;
+  }
+  if (data.value && data.value->size() > asked) {
     data.fault = QStringLiteral("it has more channels than the %1 asked for").arg(asked);
   }
   if (!data.fault.isEmpty()) {

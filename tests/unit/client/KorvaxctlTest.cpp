@@ -131,7 +131,7 @@ TEST(Korvaxctl, anEmptyAnswerToANameSaysWhatAnswersToItsPath) {
   ScriptedServer server(Always(QString()));
   const Outcome outcome = RunClient(server.Port(), {"query", "spectrum", "{}"});
   EXPECT_EQ(outcome.code, ExitCode::EmptyAnswer);
-  EXPECT_THAT(outcome.error.toStdString(), HasSubstr("no block named \"spectrum\""));
+  EXPECT_THAT(outcome.error.toStdString(), HasSubstr("nothing named \"spectrum\""));
   EXPECT_THAT(outcome.error.toStdString(), HasSubstr("processing/GROUP/filter_chain/CHAIN/chain/spectrum"));
 }
 
