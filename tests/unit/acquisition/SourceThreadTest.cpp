@@ -140,6 +140,19 @@ TEST_F(SourceThreadTest, ACountWithoutEntriesIsHandedBackUnread) {
   EXPECT_EQ(vendor_.CallsOf("free").size(), 1);
 }
 
+TEST_F(SourceThreadTest, ACountThatCannotBeTrueIsHandedBackUndecoded) {
+  reads_.Next([this](void* holder) {
+    energies_.FillHolder(holder);
+    const qint32 count = 16'777'217;
+    std::memcpy(static_cast<std::byte*>(holder) + 12, &count, sizeof count);
+    return 0;
+  });
+  MakeRunning("energy");
+  ASSERT_TRUE(WaitForReads(2));
+  EXPECT_FALSE(HasMessage());
+  EXPECT_EQ(vendor_.CallsOf("free").size(), 1);
+}
+
 TEST_F(SourceThreadTest, EveryReadGetsAHolderWithItsCountZeroed) {
   std::vector<qint32> counts;
   for (int read = 0; read < 3; ++read) {

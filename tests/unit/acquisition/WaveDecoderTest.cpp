@@ -175,7 +175,7 @@ TEST(WaveDecoder, CountsThatCannotBeTrueGiveNoWavesButTheHeader) {
   const Group groups[] = {
       {5, 1, -1, data.Data()},     {5, 1, Lowest, data.Data()},  {5, -1, 1, data.Data()},
       {5, Lowest, 1, data.Data()}, {5, 1, Highest, data.Data()}, {5, Highest, 1, data.Data()},
-      {5, 1, 1, nullptr},
+      {5, 1, 1, nullptr},          {5, 8193, 32768, data.Data()},
   };
   for (const Group& group : groups) {
     SCOPED_TRACE(testing::Message() << group.samples << " samples, " << group.waves << " waves");
