@@ -12,7 +12,7 @@ inline constexpr std::uint32_t GateProbe = 1U << 1;     // while the charge is i
 inline constexpr std::uint32_t OverThresholdProbe = 1U << 2;
 
 // Pulses as digitized behind a scintillation detector: a baseline with noise, and from the trigger, at a
-// quarter of the samples, a pulse whose height follows the energy. Group number n depends on the seed and
+// quarter of the samples, a pulse whose height follows the energy. Group number n depends on seed and
 // n alone. A channel that is switched off reads 0.
 class WaveformMaker {
 public:

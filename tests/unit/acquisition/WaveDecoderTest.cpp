@@ -173,8 +173,8 @@ TEST(WaveDecoder, CountsThatCannotBeTrueGiveNoWavesButTheHeader) {
   const quint32 digital[] = {1};
   const test::Bytes data = DataRecord(analog, digital);
   const Group groups[] = {
-      {5, 1, -1, data.Data()},     {5, 1, Lowest, data.Data()},  {5, -1, 1, data.Data()},
-      {5, Lowest, 1, data.Data()}, {5, 1, Highest, data.Data()}, {5, Highest, 1, data.Data()},
+      {5, 1, -1, data.Data()},     {5, 1, Lowest, data.Data()},   {5, -1, 1, data.Data()},
+      {5, Lowest, 1, data.Data()}, {5, 1, Highest, data.Data()},  {5, Highest, 1, data.Data()},
       {5, 1, 1, nullptr},          {5, 8193, 32768, data.Data()},
   };
   for (const Group& group : groups) {
