@@ -1,6 +1,6 @@
 #include "simulator/Replay.h"
 
-#include "recording/ListFileReader.h"
+#include "runfiles/ListFileReader.h"
 
 #include <algorithm>
 

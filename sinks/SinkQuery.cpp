@@ -1,7 +1,7 @@
 #include "sinks/SinkQuery.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
+#include "framework/QueryArgs.h"
+
 #include <QJsonObject>
 
 #include <algorithm>
@@ -9,26 +9,11 @@
 
 namespace korvax {
 
-namespace {
-
-void ReadText(const QJsonObject& element, const char* key, QString& text) {
-  const QJsonValue value = element[QLatin1String(key)];
-  if (!value.isUndefined()) {
-    text = value.toString();
-  }
-}
-
-}  // namespace
-
 SinkQuery SinkQuery::Parse(const QString& text) {
-  SinkQuery query;
-  const QJsonArray args = QJsonDocument::fromJson(text.toUtf8()).object()["args"].toArray();
-  for (const QJsonValue& arg : args) {
-    const QJsonObject element = arg.toObject();
-    ReadText(element, "source", query.source);
-    ReadText(element, "cmd", query.command);
-    ReadText(element, "status", query.status);
-    const QJsonArray channels = element["channels"].toArray();
+  const QueryArgs args(text);
+  SinkQuery query{args.Text("source"), args.Text("cmd"), {}, args.Text("status")};
+  for (const QJsonValue& element : args.Elements()) {
+    const QJsonArray channels = element.toObject()["channels"].toArray();
     for (const QJsonValue& channel : channels) {
       query.channels.push_back(channel.toInt());
     }

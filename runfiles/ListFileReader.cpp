@@ -1,4 +1,4 @@
-#include "recording/ListFileReader.h"
+#include "runfiles/ListFileReader.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,0 +1,21 @@
+#include "framework/QueryArgs.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace korvax {
+
+QueryArgs::QueryArgs(const QString& message)
+    : elements_(QJsonDocument::fromJson(message.toUtf8()).object()["args"].toArray()) {}
+
+QString QueryArgs::Text(const char* key) const {
+  for (int i = elements_.size() - 1; i >= 0; --i) {
+    const QJsonValue value = elements_[i].toObject().value(QLatin1String(key));
+    if (!value.isUndefined()) {
+      return value.toString();
+    }
+  }
+  return {};
+}
+
+}  // namespace korvax
