@@ -9,4 +9,9 @@ inline QString Success() {
   return QStringLiteral("[{\"response\": true}]");
 }
 
+/// The answer to a command for a source that isn't there.
+inline QString UnknownEndpoint() {
+  return QStringLiteral("[{\"response\": \"Unknown endpoint\"}]");
+}
+
 }  // namespace korvax::answers

@@ -19,3 +19,13 @@ int PinInput::Pop(DataMessage& out) {
 void PinInput::NewDataInTheOutputPin(int FifoLevel) {
   emit DataReady(FifoLevel);
 }
+
+int PinInput::Level() const {
+  const PinOutput* const upstream = upstream_.load(std::memory_order_acquire);
+  return upstream == nullptr ? 0 : upstream->Level();
+}
+
+quint64 PinInput::DroppedRecords() const {
+  const PinOutput* const upstream = upstream_.load(std::memory_order_acquire);
+  return upstream == nullptr ? 0 : upstream->DroppedRecords();
+}

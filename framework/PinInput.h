@@ -20,6 +20,10 @@ public:
   /// Moves the oldest waiting message out. One consumer thread.
   int Pop(DataMessage& out);
 
+  /// Of the linked output pin; 0 without one. Any thread.
+  int Level() const;
+  quint64 DroppedRecords() const;
+
 signals:
   /// The number is informative only: never count messages by it.
   void DataReady(int FifoSize);

@@ -12,6 +12,8 @@ bool PinOutput::Push(DataMessage&& message) {
   DataMessage owned = std::move(message);
   // Read without the lock: only this producer makes the queue longer, so it can't pass the limit.
   if (size_.load(std::memory_order_relaxed) >= Limit) {
+    const std::size_t records = owned.batch == nullptr ? 0 : owned.batch->records.size();
+    droppedRecords_.fetch_add(records, std::memory_order_relaxed);
     return false;
   }
   int size = 0;

@@ -30,6 +30,11 @@ public:
   /// Moves the oldest message out; false when there is none. Called by the linked input pin only.
   bool Take(DataMessage& out);
 
+  /// Messages waiting. Any thread.
+  int Level() const { return size_.load(std::memory_order_relaxed); }
+  /// Records that died in Push since the pin was made, because the queue was full. Any thread.
+  quint64 DroppedRecords() const { return droppedRecords_.load(std::memory_order_relaxed); }
+
 signals:
   /// Once for each accepted message, with the queue's size just after it was appended.
   void NewDataPushedInPin(int FifoSize);
@@ -39,4 +44,5 @@ private:
   QMutex mutex_;
   std::deque<DataMessage> queue_;  // guarded by mutex_
   std::atomic<int> size_ = 0;      // size of queue_, written under mutex_
+  std::atomic<quint64> droppedRecords_ = 0;
 };

@@ -46,6 +46,7 @@ void WorkerThread::run() {
     Drain();
   }
   Drain();
+  Finish();
   HappensBefore(this);
 }
 

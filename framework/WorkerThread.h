@@ -20,8 +20,8 @@ public:
   /// Wakes the worker if it waits. Any thread.
   void Wake();
 
-  /// Ends the loop once everything that has reached the pin is consumed, and waits for the thread. Stop the
-  /// producers first. Main thread.
+  /// Ends the loop once everything that has reached the pin is consumed and Finish is through, and waits for the
+  /// thread. Stop the producers first. Main thread.
   void Stop();
 
 protected:
@@ -32,6 +32,9 @@ protected:
   /// The block's own work on one message; the message and its records end with the call unless moved on.
   /// Worker thread.
   virtual void Consume(DataMessage&& message) = 0;
+
+  /// The block's last work, after the last message. Worker thread, once.
+  virtual void Finish() {}
 
   void run() override;
 

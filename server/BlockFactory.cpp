@@ -1,7 +1,11 @@
 #include "server/BlockFactory.h"
 
 #include "acquisition/Source.h"
+#include "boards/HV.h"
+#include "recording/DataDumper.h"
+#include "recording/SinkRateCounter.h"
 #include "sinks/Histogram.h"
+#include "sinks/Oscilloscope.h"
 
 #include <algorithm>
 #include <array>
@@ -23,6 +27,10 @@ struct BlockTypeEntry {
 constexpr std::array BlockTypes{
     BlockTypeEntry{"source", Make<Source>},
     BlockTypeEntry{"spectrum", Make<Histogram>},
+    BlockTypeEntry{"oscilloscope", Make<Oscilloscope>},
+    BlockTypeEntry{"dumper", Make<DataDumper>},
+    BlockTypeEntry{"rate_counters_sink", Make<SinkRateCounter>},
+    BlockTypeEntry{"hv", Make<HV>},
 };
 
 }  // namespace

@@ -1,15 +1,9 @@
 #include "server/Configuration.h"
 
-#include <QFile>
-#include <QJsonDocument>
+#include "framework/JsonFile.h"
 
 std::optional<Configuration> Configuration::Load(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-    return std::nullopt;
-  }
-  const QString text = QString::fromUtf8(file.readAll());
-  const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+  const QJsonDocument document = korvax::ReadJsonFile(path);
   if (document.isNull()) {
     return std::nullopt;
   }

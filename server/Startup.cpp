@@ -3,6 +3,7 @@
 #include "acquisition/Source.h"
 #include "boards/DigitizerBoard.h"
 #include "control/MainWebSocket.h"
+#include "control/korvax_commands.h"
 #include "server/ChainAssembly.h"
 #include "server/Configuration.h"
 #include "server/HardwareSetup.h"
@@ -78,6 +79,7 @@ std::optional<int> Startup::Prepare() {
   ArmBoards();
   webSocket_ = std::make_unique<MainWebSocket>(Port, false, &blocks_);
   ForEachSource([](Source& source) { source.Run(); });
+  AddRunControl();
   return std::nullopt;
 }
 
@@ -88,6 +90,13 @@ std::optional<int> Startup::BuildChain(const Configuration& configuration) {
   }
   qInfo().noquote() << fault;
   return 1;
+}
+
+void Startup::AddRunControl() {
+  auto commands =
+      std::make_unique<korvax_commands>(nullptr, ChainContext{&boards_, &blocks_, {}, configurationPath_});
+  commands->SetName(QStringLiteral("commands"));
+  blocks_.push_back(std::move(commands));
 }
 
 void Startup::ArmBoards() const {

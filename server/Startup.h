@@ -31,6 +31,7 @@ public:
 private:
   std::optional<int> BuildChain(const Configuration& configuration);
   void ArmBoards() const;
+  void AddRunControl();
   void ForEachSource(const std::function<void(Source&)>& action) const;
 
   const QString configurationPath_;

@@ -1,0 +1,16 @@
+#include "framework/JsonFile.h"
+
+#include <QFile>
+
+namespace korvax {
+
+QJsonDocument ReadJsonFile(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    return {};
+  }
+  // By way of a text: bytes that are no UTF-8 become replacement characters instead of a refusal.
+  return QJsonDocument::fromJson(QString::fromUtf8(file.readAll()).toUtf8());
+}
+
+}  // namespace korvax

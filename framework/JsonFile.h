@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QJsonDocument>
+
+namespace korvax {
+
+/// The JSON text of a file, read whole; null when the file can't be read or isn't JSON.
+QJsonDocument ReadJsonFile(const QString& path);
+
+}  // namespace korvax

@@ -1,0 +1,87 @@
+#include "recording/DataDumper.h"
+
+#include "recording/DumpQueries.h"
+
+#include <QJsonDocument>
+
+DataDumper::DataDumper(QObject* parent, const ChainContext& context, const QJsonValue& block)
+    : KorvaxBlock(QStringLiteral("dumper"), true, context, parent) {
+  ReadCommonKeys(block);
+  const PinInput& input = AddInput();
+  connect(&input, &PinInput::DataReady, this, &DataDumper::NewDataInTheInputPin);
+  worker_ = std::make_unique<DataDumper_Thread>(Inputs(), Name());
+  if (ParseParameters(block)) {
+    worker_->start(korvax::StreamPriority);
+  }
+}
+
+DataDumper::~DataDumper() {
+  StopWorker();
+}
+
+void DataDumper::StopWorker() {
+  worker_->Stop();
+}
+
+void DataDumper::NewDataInTheInputPin(int /*FifoLevel*/) {
+  worker_->Wake();
+}
+
+int DataDumper::FifoLevel() const {
+  return Inputs().front()->Level();
+}
+
+void DataDumper::InterpretMessage(QString* data_in, QString* data_out) {
+  const QJsonObject message = QJsonDocument::fromJson(data_in->toUtf8()).object();
+  const QString command = message["cmd"].toString();
+  if (!korvax::AnswerDumpQuery(command, message, worker_->Control(), *data_out) &&
+      command == QLatin1String("get_dump_counts")) {
+    AppendCounts(*data_out);
+  }
+}
+
+void DataDumper::AppendCounts(QString& out) const {
+  const korvax::RunStatistics statistics = worker_->Statistics();
+  korvax::AppendDumpCounts(worker_->Control().Counts(),
+                           QStringLiteral(",\"run_start\":%1,\"paused_running_time\":%2")
+                               .arg(statistics.runStart)
+                               .arg(statistics.pausedRunningTime),
+                           out);
+}
+
+void DataDumper::ConfigureDump(int dump_events, const QString& file_type, const QString& file_path) {
+  worker_->Control().Set([&](korvax::DumpSettings& settings) {
+    settings.eventsPerFile = dump_events;
+    settings.fileType = file_type;
+    settings.filePath = file_path;
+  });
+}
+
+void DataDumper::StartDump(const QString& run_id) {
+  worker_->StartRun(run_id);
+}
+
+void DataDumper::StopDump() {
+  worker_->Control().SetStatus(korvax::DumpStatus::Stopped);
+}
+
+void DataDumper::PauseDump() {
+  worker_->Pause();
+}
+
+void DataDumper::ReStartDump() {
+  worker_->ReStart();
+}
+
+// Kept: the run id stands there without quotes, as programs that read numeric ids expect it.
+void DataDumper::GetRunInfo(QString* out) {
+  const korvax::RunStatistics statistics = worker_->Statistics();
+  const korvax::DumpControl& control = worker_->Control();
+  out->append(QStringLiteral("{\"status\":") + QString::number(static_cast<int>(control.Status())));
+  out->append(QStringLiteral(",\"name\": \"") + Name() + QLatin1Char('"'));
+  out->append(QStringLiteral(",\"event_rate\":") + QString::number(statistics.eventRate, 'g', 6));
+  out->append(QStringLiteral(",\"id\":") + control.Settings().runId);
+  out->append(QStringLiteral(",\"stored_events\":") + QString::number(statistics.storedEvents));
+  out->append(QStringLiteral(",\"running_time\":") + QString::number(statistics.runningTime, 'g', 6));
+  out->append(QStringLiteral(",\"used_space\":") + QString::number(statistics.usedSpace) + QLatin1Char('}'));
+}

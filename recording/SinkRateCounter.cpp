@@ -1,0 +1,184 @@
+#include "recording/SinkRateCounter.h"
+
+#include "framework/Answers.h"
+#include "framework/BlockParameters.h"
+#include "framework/ByteWriter.h"
+#include "framework/QueryArgs.h"
+#include "recording/DumpQueries.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtDebug>
+
+#include <algorithm>
+
+namespace {
+
+using Rates = KorvaxPayload_RateCounters;
+
+QLatin1String TextOf(const korvax::ByteWriter& text) {
+  return QLatin1String(text.View().data(), static_cast<int>(text.Size()));
+}
+
+// The members that both answers share; the object stays open.
+void AppendRates(const Rates& record, korvax::ByteWriter& text) {
+  text.Text("\"timestamp\":").Decimal(record.timestamp);
+  text.Text(",\"rates_in\":[").Joined(record.ratesIn);
+  text.Text("],\"counts_in\":[").Joined(record.countersIn);
+  text.Text("],\"rates_out\":[").Joined(record.ratesOut);
+  text.Text("],\"counts_out\":[").Joined(record.countersOut).Text("]");
+}
+
+void AppendLatest(const korvax::RateHistory::Record& latest, QString& out) {
+  if (latest == nullptr) {
+    out.append(QLatin1String("{\"status\": \"nodata\"}"));
+    return;
+  }
+  korvax::ByteWriter text;
+  text.Text("{\"status\": \"ok\", ");
+  AppendRates(*latest, text);
+  text.Text(",\"rates_in_start\":[").Joined(latest->startRatesIn);
+  text.Text("],\"rates_out_start\":[").Joined(latest->startRatesOut).Text("]}");
+  out.append(TextOf(text));
+}
+
+void AppendHistory(const std::vector<korvax::RateHistory::Record>& records, QString& out) {
+  korvax::ByteWriter text;
+  const char* separator = "";
+  text.Text("{\"data\":[");
+  for (const auto& record : records) {
+    text.Text(separator).Text("{");
+    AppendRates(*record, text);
+    text.Text("}");
+    separator = ",";
+  }
+  text.Text("]}");
+  out.append(TextOf(text));
+}
+
+}  // namespace
+
+SinkRateCounter::SinkRateCounter(QObject* parent, const ChainContext& context, const QJsonValue& block)
+    : KorvaxBlock(QStringLiteral("rate_counters_sink"), true, context, parent) {
+  ReadCommonKeys(block);
+  const bool parsed = ParseParameters(block);
+  if (historyDepth_ > DeepestHistory) {
+    SetFault(
+        QStringLiteral("\"history_depth\": expected at most %1; found %2").arg(DeepestHistory).arg(historyDepth_));
+  }
+  const PinInput& input = AddInput();
+  connect(&input, &PinInput::DataReady, this, &SinkRateCounter::NewDataInTheInputPin);
+  worker_ = std::make_unique<SinkRateCounter_Thread>(Inputs(), Name(),
+                                                     static_cast<std::size_t>(std::max(historyDepth_, 0)));
+  if (parsed) {
+    worker_->start(korvax::StreamPriority);
+  }
+}
+
+SinkRateCounter::~SinkRateCounter() {
+  StopWorker();
+}
+
+bool SinkRateCounter::ParseParameters(const QJsonValue& block) {
+  korvax::ApplyParameters(
+      block,
+      {{QLatin1String("channel_map"),
+        [this](const QJsonValue& value) { channelMap_ = value.toVariant().toStringList(); }},
+       {QLatin1String("history_depth"), [this](const QJsonValue& value) { historyDepth_ = value.toInt(); }}});
+  return true;
+}
+
+void SinkRateCounter::StopWorker() {
+  worker_->Stop();
+}
+
+void SinkRateCounter::NewDataInTheInputPin(int /*FifoLevel*/) {
+  worker_->Wake();
+}
+
+int SinkRateCounter::FifoLevel() const {
+  return Inputs().front()->Level();
+}
+
+void SinkRateCounter::InterpretMessage(QString* data_in, QString* data_out) {
+  const korvax::QueryArgs args(*data_in);
+  const QString command = args.Text("cmd");
+  if (command == QLatin1String("get_data")) {
+    AppendData(args.Text("source"), *data_out);
+  } else if (command == QLatin1String("reset")) {
+    worker_->History().Clear();
+    data_out->append(korvax::answers::Success());
+  } else if (command == QLatin1String("get_channel_map")) {
+    AppendChannelMap(*data_out);
+  } else if (command == QLatin1String("get_dump_counts")) {
+    korvax::AppendDumpCounts(worker_->Control().Counts(), QString(), *data_out);
+  } else if (ControlDump(command, QJsonDocument::fromJson(data_in->toUtf8()).object())) {
+    data_out->append(korvax::answers::Success());
+  }
+}
+
+// The values stand at the top level of the message, unlike the command.
+bool SinkRateCounter::ControlDump(const QString& command, const QJsonObject& message) {
+  korvax::DumpControl& control = worker_->Control();
+  if (command == QLatin1String("set_dump_type")) {
+    control.Set([&](korvax::DumpSettings& settings) { settings.fileType = message["file_type"].toString(); });
+  } else if (command == QLatin1String("set_dump_path")) {
+    control.Set([&](korvax::DumpSettings& settings) { settings.filePath = message["file_path"].toString(); });
+  } else if (command == QLatin1String("start_dump")) {
+    StartByQuery(message["run_id"].toString());
+  } else if (command == QLatin1String("stop_dump")) {
+    StopDump();
+  } else if (command == QLatin1String("pause_dump")) {
+    PauseDump();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void SinkRateCounter::StartByQuery(const QString& runId) {
+  korvax::DumpControl& control = worker_->Control();
+  if (!runId.isEmpty()) {
+    control.Set([&](korvax::DumpSettings& settings) { settings.runId = runId; });
+  }
+  control.SetStatus(korvax::DumpStatus::Recording);
+}
+
+void SinkRateCounter::AppendData(const QString& source, QString& out) const {
+  if (source == QLatin1String("immediate")) {
+    AppendLatest(worker_->History().Latest(), out);
+  } else if (source == QLatin1String("data")) {
+    AppendHistory(worker_->History().Records(), out);
+  }
+}
+
+void SinkRateCounter::AppendChannelMap(QString& out) const {
+  const QJsonObject answer{{QStringLiteral("channel_map"), QJsonArray::fromStringList(channelMap_)}};
+  out.append(QString::fromUtf8(QJsonDocument(answer).toJson(QJsonDocument::Compact)));
+}
+
+void SinkRateCounter::ConfigureDump(int dump_events, const QString& file_type, const QString& file_path) {
+  worker_->Control().Set([&](korvax::DumpSettings& settings) {
+    settings.eventsPerFile = dump_events;
+    settings.fileType = file_type;
+    settings.filePath = file_path;
+  });
+}
+
+void SinkRateCounter::StartDump(const QString& run_id) {
+  worker_->Control().StartRun(run_id);
+  qInfo() << "Starting RATE dumper";
+}
+
+void SinkRateCounter::StopDump() {
+  worker_->Control().SetStatus(korvax::DumpStatus::Stopped);
+}
+
+void SinkRateCounter::PauseDump() {
+  worker_->Control().SetStatus(korvax::DumpStatus::Paused);
+}
+
+void SinkRateCounter::ReStartDump() {
+  worker_->Control().SetStatus(korvax::DumpStatus::Recording);
+}

@@ -1,0 +1,24 @@
+#include "recording/StatFile.h"
+
+#include "framework/ByteWriter.h"
+
+#include <QFile>
+
+namespace korvax {
+
+bool AppendStatLine(const QString& path, bool withHeader, const StatLine& line) {
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
+    return false;
+  }
+  ByteWriter text;
+  if (withHeader) {
+    text.Text("RUNNING_TIME_s,TOTAL_EVENTS,EVENT_RATE_hz,USED_SPACE_byte\n");
+  }
+  text.General(line.runningTime).Text(",").Decimal(line.totalEvents).Text(",");
+  text.General(line.eventRate).Text(",").Decimal(line.usedSpace).Text("\n");
+  file.write(text.View().data(), static_cast<qint64>(text.Size()));
+  return true;
+}
+
+}  // namespace korvax

@@ -1,0 +1,84 @@
+#include "sinks/TraceStore.h"
+
+#include "framework/KorvaxPayload_Waves.h"
+
+#include <algorithm>
+#include <new>
+
+namespace korvax {
+
+namespace {
+
+constexpr qint32 WordBits = 32;
+
+bool IsPlausible(const TraceShape& shape) {
+  return shape.channels <= TraceStore::MostTraces && shape.analog <= TraceStore::MostTraces &&
+         shape.digital <= TraceStore::MostTraces;
+}
+
+}  // namespace
+
+TraceStore::TraceStore(TraceShape shape)
+    : shape_{std::max(shape.samples, 0), std::max(shape.channels, 0), std::max(shape.analog, 0),
+             std::max(shape.digital, 0)} {
+  tooLarge_ = !IsPlausible(shape_) || (shape_.samples != 0 && SlotCount() > MostSamples / shape_.samples);
+  if (tooLarge_) {
+    return;
+  }
+  try {
+    values_.resize(static_cast<std::size_t>(SlotCount() * shape_.samples));
+  } catch (const std::bad_alloc&) {
+    tooLarge_ = true;
+  }
+}
+
+std::span<const double> TraceStore::Slot(qint64 slot) const {
+  const auto samples = static_cast<std::size_t>(shape_.samples);
+  if (values_.empty() || slot < 0 || slot >= SlotCount()) {
+    return {};
+  }
+  return std::span(values_).subspan(static_cast<std::size_t>(slot) * samples, samples);
+}
+
+std::span<double> TraceStore::WritableSlot(qint64 slot) {
+  const std::span<const double> values = Slot(slot);
+  return {const_cast<double*>(values.data()), values.size()};
+}
+
+void TraceStore::Store(const KorvaxPayload_Waves& waves) {
+  const auto count = std::min<std::size_t>(waves.waves.size(), static_cast<std::size_t>(shape_.channels));
+  for (std::size_t c = 0; c < count; ++c) {
+    if (const auto* wave = PayloadCast<KorvaxPayload_Wave>(waves.waves[c].get())) {
+      StoreWave(static_cast<qint32>(c), *wave, waves.samplesPerWave);
+    }
+  }
+}
+
+void TraceStore::StoreWave(qint32 channel, const KorvaxPayload_Wave& wave, qint32 samplesPerWave) {
+  const qint32 samples = std::clamp(samplesPerWave, 0, shape_.samples);
+  const std::span<double> analog = WritableSlot(FirstSlot(channel));
+  if (!analog.empty()) {
+    std::copy_n(wave.analog.begin(), std::min(samples, wave.analog.size()), analog.begin());
+  }
+  const qint32 words = std::min(samples, wave.digital.size());
+  for (qint32 d = 0; d < shape_.digital; ++d) {
+    const std::span<double> trace = WritableSlot(FirstSlot(channel) + 1 + d);
+    if (!trace.empty()) {
+      std::transform(wave.digital.begin(), wave.digital.begin() + words, trace.begin(),
+                     [d](quint32 word) { return static_cast<double>((word >> (d % WordBits)) & 1U); });
+    }
+  }
+}
+
+std::vector<quint32> TraceStore::DigitalWords(qint32 channel) const {
+  std::vector<quint32> words(static_cast<std::size_t>(shape_.samples));
+  for (qint32 d = 0; d < std::min(shape_.digital, WordBits); ++d) {
+    const std::span<const double> trace = Slot(FirstSlot(channel) + 1 + d);
+    for (std::size_t s = 0; s < trace.size(); ++s) {
+      words[s] |= (trace[s] != 0.0 ? 1U : 0U) << d;
+    }
+  }
+  return words;
+}
+
+}  // namespace korvax
