@@ -18,7 +18,7 @@ std::unique_ptr<KorvaxBlock> Create(const char* keyword) {
 
 TEST(BlockFactory, MakesTheBlockOfEveryKeyword) {
   const QStringList keywords = BlockFactory::KnownTypes().split(", ");
-  for (const char* built : {"source", "spectrum"}) {
+  for (const char* built : {"source", "spectrum", "hv"}) {
     EXPECT_TRUE(keywords.contains(built)) << built;
   }
   for (const QString& keyword : keywords) {
