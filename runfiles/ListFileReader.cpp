@@ -1,5 +1,7 @@
 #include "runfiles/ListFileReader.h"
 
+#include "runfiles/LittleEndian.h"
+
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
@@ -11,15 +13,6 @@ namespace {
 
 constexpr std::string_view Magic = "KVXS";
 constexpr std::uint64_t DigitsOfPresentDates = 10;
-
-template <typename Integer>
-Integer LittleEndian(std::span<const char> bytes) {
-  Integer value = 0;
-  for (std::size_t i = 0; i < sizeof(Integer); ++i) {
-    value = static_cast<Integer>(value | Integer{static_cast<unsigned char>(bytes[i])} << (8 * i));
-  }
-  return value;
-}
 
 ListRecord Decode(std::span<const char, ListFileReader::RecordSize> bytes) {
   return {LittleEndian<std::uint64_t>(bytes),
@@ -95,6 +88,29 @@ bool ListFileReader::Next(ListRecord& record) {
   record = Decode(bytes);
   ++recordsRead_;
   return true;
+}
+
+std::optional<runfiles::FileFault> ListFileReader::Fault() const {
+  using runfiles::FileFault;
+  using enum FileFault::Kind;
+  const std::uint64_t next = headerSize_ + RecordSize * recordsRead_;
+  switch (state_) {
+    case ListFileState::Good:
+      break;
+    case ListFileState::CannotOpen:
+      return FileFault{CannotOpen};
+    case ListFileState::BadMagic:
+      return FileFault{NoRunFile, 0, size_};
+    case ListFileState::NoCreationTime:
+      return size_ == Magic.size() ? FileFault{CutOff, 0, size_} : FileFault{NoRunFile, Magic.size(), size_};
+    case ListFileState::ReadError:
+      return FileFault{ReadError, next, size_, recordsRead_};
+  }
+  return next == size_ ? std::nullopt : std::optional(FileFault{CutOff, next, size_, recordsRead_});
+}
+
+std::optional<std::uint64_t> ListFileReader::Created() const {
+  return state_ == ListFileState::Good ? std::optional(creationTime_) : std::nullopt;
 }
 
 std::string ListFileReader::Problem() const {

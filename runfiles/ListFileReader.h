@@ -1,5 +1,7 @@
 #pragma once
 
+#include "runfiles/RecordReader.h"
+
 #include <array>
 #include <cstdint>
 #include <fstream>
@@ -43,7 +45,7 @@ struct ListFileTail {
 // off is thus read rightly too, except one of an unset clock whose first record looks like a digit.
 //
 // The file's size is taken at opening; what is appended later is not seen. Not thread-safe.
-class ListFileReader {
+class ListFileReader final : public runfiles::RecordReader<ListRecord> {
 public:
   static constexpr std::size_t RecordSize = 25;
 
@@ -60,7 +62,9 @@ public:
   std::optional<ListFileTail> Tail() const;
 
   // The next whole record; false at the end, or when the state isn't Good (any more).
-  bool Next(ListRecord& record);
+  bool Next(ListRecord& record) override;
+  std::optional<runfiles::FileFault> Fault() const override;
+  std::optional<std::uint64_t> Created() const override;
 
 private:
   ListFileState Open();

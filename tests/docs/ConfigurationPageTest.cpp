@@ -1,4 +1,5 @@
 #include "boards/DigitizerBoard.h"
+#include "control/StorageSettings.h"
 #include "framework/KorvaxBlock.h"
 #include "tests/docs/DemoChain.h"
 #include "tests/docs/MarkdownPage.h"
@@ -10,6 +11,7 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -81,14 +83,30 @@ TEST(ConfigurationPage, ItsBoardsHaveTheParametersEndpointsAndCommandsThatItShow
   EXPECT_EQ(board.Endpoints().front().stopCommands.size(), 1U);
 }
 
+TEST(ConfigurationPage, ItsStorageSettingsAreReadAsTheyStand) {
+  const test::MarkdownPage page(QStringLiteral("docs/configuration.md"));
+  const auto blocks = page.BlocksOf(QStringLiteral("json storage"));
+  ASSERT_EQ(blocks.size(), 1U);
+  const QTemporaryDir folder;
+  QFile file(folder.filePath(QStringLiteral("c.json")));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("{\"storage\": " + blocks.front().toUtf8() + "}");
+  file.close();
+  const StorageSettings settings = StorageSettings::Load(file.fileName());
+  EXPECT_EQ(settings.filePath, QStringLiteral("demo-storage"));
+  EXPECT_EQ(settings.format, QStringLiteral("BIN"));
+  EXPECT_EQ(settings.eventsPerFile, 1'000'000);
+  EXPECT_EQ(settings.wavedumpTimeInterval, 200);
+  EXPECT_TRUE(settings.enableList && settings.enableWave && settings.enableMcs);
+}
+
 TEST(ConfigurationPage, EveryKeyAndParameterThatTheCodeReadsStandsOnThePage) {
   const test::MarkdownPage page(QStringLiteral("docs/configuration.md"));
   const QSet<QString> keys = KeysInCode();
   EXPECT_GE(keys.size(), 40);
-  // Keys of queries, not of the configuration.
-  const QSet<QString> queryKeys{"args", "channels"};
-  for (const QString& key : keys - queryKeys) {
-    EXPECT_TRUE(page.Text().contains(QLatin1Char('`') + key + QLatin1Char('`'))) << qPrintable(key);
+  const QString pages = page.Text() + test::MarkdownPage(QStringLiteral("docs/queries.md")).Text();
+  for (const QString& key : keys) {
+    EXPECT_TRUE(pages.contains(QLatin1Char('`') + key + QLatin1Char('`'))) << qPrintable(key);
   }
 }
 

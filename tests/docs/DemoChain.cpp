@@ -1,29 +1,61 @@
 #include "tests/docs/DemoChain.h"
 
 #include "boards/DigitizerBoard.h"
+#include "control/korvax_commands.h"
 #include "framework/KorvaxBlock.h"
 #include "server/ChainAssembly.h"
 #include "server/Configuration.h"
 
+#include <QFile>
 #include <QJsonObject>
 
 #include <gtest/gtest.h>
 
 namespace test {
 
+namespace {
+
+// The demo's, but for its storage.
+QString OwnConfiguration(const QTemporaryDir& storage) {
+  QFile demo(QStringLiteral(KORVAX_PROJECT_DIR "/examples/demo.json"));
+  EXPECT_TRUE(demo.open(QIODevice::ReadOnly));
+  QFile own(storage.filePath(QStringLiteral("demo.json")));
+  EXPECT_TRUE(own.open(QIODevice::WriteOnly));
+  own.write(demo.readAll().replace("\"demo-storage\"", '"' + storage.path().toUtf8() + '"'));
+  return own.fileName();
+}
+
+}  // namespace
+
 DemoChain::DemoChain(const QJsonArray& moreGroups) {
-  const auto configuration = Configuration::Load(QStringLiteral(KORVAX_PROJECT_DIR "/examples/demo.json"));
+  vendor_.value = "800.0";
+  const QString path = OwnConfiguration(storage_);
+  const auto configuration = Configuration::Load(path);
   EXPECT_TRUE(configuration);
   for (const QJsonValue& entry : configuration->hardware) {
     auto& board = boards_.emplace_back(std::make_unique<DigitizerBoard>(vendor_.Lookup()));
     board->name = entry.toObject()["board_name"].toString();
+    board->ApplyConfigs(entry.toObject());
     board->LoadEndpoints(entry.toObject());
+    board->LoadCommands(entry.toObject());
   }
   QJsonArray groups = configuration->processing;
   for (const QJsonValue& group : moreGroups) {
     groups.append(group);
   }
-  fault_ = ChainAssembly(boards_, blocks_, QString()).Build(groups);
+  fault_ = ChainAssembly(boards_, blocks_, path).Build(groups);
+  blocks_.push_back(std::make_unique<korvax_commands>(nullptr, ChainContext{&boards_, &blocks_, {}, path}));
+  blocks_.back()->SetName(QStringLiteral("commands"));
+}
+
+void DemoChain::Push(const QString& source, DataMessage&& message) const {
+  for (const auto& block : blocks_) {
+    if (block->Name() == source) {
+      block->Outputs().front()->Push(std::move(message));
+      return;
+    }
+  }
+  ADD_FAILURE() << "no block " << qPrintable(source);
 }
 
 DemoChain::~DemoChain() {

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "framework/ChainContext.h"
+#include "framework/DataMessage.h"
 #include "tests/support/FakeVendor.h"
 
 #include <QJsonArray>
+#include <QTemporaryDir>
 
 namespace test {
 
 /// The boards and blocks of examples/demo.json, built as the server builds them, on a board library inside the
-/// test. Its sources don't run. More processing groups can be appended to the demo's own.
+/// test, with run control. Its sources don't run, its storage is a temporary folder. More processing groups can be
+/// appended to the demo's own.
 class DemoChain {
 public:
   explicit DemoChain(const QJsonArray& moreGroups = {});
@@ -18,8 +21,11 @@ public:
   const BoardList& Boards() const { return boards_; }
   /// Why the chain can't be built; empty when it can.
   const QString& Fault() const { return fault_; }
+  /// Pushes a message from the first output pin of the block of that name.
+  void Push(const QString& source, DataMessage&& message) const;
 
 private:
+  QTemporaryDir storage_;
   FakeVendor vendor_;
   BoardList boards_;
   BlockList blocks_;

@@ -1,15 +1,37 @@
 #include "runfiles/ListFileReader.h"
 
-#include "tests/unit/simulator/BoardHarness.h"
+#include "tests/unit/runfiles/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
 
 using korvax::CreationTimeDigits;
 using korvax::ListFileReader;
 using korvax::ListFileState;
 using korvax::ListRecord;
-using korvax::sim::ListBytes;
-using korvax::sim::TemporaryFolder;
 
 namespace {
+
+// Bytes of a list file.
+struct ListBytes {
+  std::string bytes = "KVXS1700000000";
+
+  ListBytes& Add(std::uint64_t timestamp, std::uint32_t channel, std::uint32_t raw) {
+    return Append(timestamp, 8)
+        .Append(channel, 4)
+        .Append(raw, 4)
+        .Append(raw, 4)
+        .Append(0x01020304, 4)
+        .Append(0, 1);
+  }
+
+private:
+  ListBytes& Append(std::uint64_t value, int size) {
+    for (int i = 0; i < size; ++i) {
+      bytes.push_back(static_cast<char>(value >> (8 * i) & 0xff));
+    }
+    return *this;
+  }
+};
 
 const std::string TwoRecords{
     "KVXS"                              // magic
@@ -32,7 +54,7 @@ class ListFile : public testing::Test {
 protected:
   ListFileReader Reader(const std::string& bytes) { return ListFileReader(folder_.Write("list.bin", bytes)); }
 
-  TemporaryFolder folder_;
+  test::TemporaryFolder folder_;
 };
 
 }  // namespace
