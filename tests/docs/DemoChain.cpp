@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace test {
 
 namespace {
@@ -48,14 +50,8 @@ DemoChain::DemoChain(const QJsonArray& moreGroups) {
   blocks_.back()->SetName(QStringLiteral("commands"));
 }
 
-void DemoChain::Push(const QString& source, DataMessage&& message) const {
-  for (const auto& block : blocks_) {
-    if (block->Name() == source) {
-      block->Outputs().front()->Push(std::move(message));
-      return;
-    }
-  }
-  ADD_FAILURE() << "no block " << qPrintable(source);
+KorvaxBlock& DemoChain::Block(const QString& name) const {
+  return **std::find_if(blocks_.begin(), blocks_.end(), [&](const auto& block) { return block->Name() == name; });
 }
 
 DemoChain::~DemoChain() {

@@ -21,8 +21,8 @@ public:
   const BoardList& Boards() const { return boards_; }
   /// Why the chain can't be built; empty when it can.
   const QString& Fault() const { return fault_; }
-  /// Pushes a message from the first output pin of the block of that name.
-  void Push(const QString& source, DataMessage&& message) const;
+  /// The first block of that name, which must be there.
+  KorvaxBlock& Block(const QString& name) const;
 
 private:
   QTemporaryDir storage_;
