@@ -1,5 +1,6 @@
 #include "client/ChannelPanel.h"
 
+#include "client/ColumnAxis.h"
 #include "client/TextFit.h"
 
 #include <algorithm>
@@ -19,10 +20,6 @@ std::size_t PlotRoom(int width) {
 
 quint64 Largest(const std::vector<quint64>& sums) {
   return sums.empty() ? 0 : *std::ranges::max_element(sums);
-}
-
-QString RateText(double rate) {
-  return QString::number(rate, 'f', rate < 100 ? 1 : 0) + QStringLiteral("/s");
 }
 
 }  // namespace
@@ -110,28 +107,8 @@ QString ChannelPanel::PlotRow(int row) const {
 }
 
 QStringList ChannelPanel::AxisLines() const {
-  QString axis(static_cast<int>(layout_.columns), QChar(u'─'));
-  QString labels = QStringLiteral("bin").rightJustified(gutter - 2);
-  const std::size_t step = BinStep();
-  const std::size_t end = firstBin_ + shown_.size();
-  for (std::size_t bin = (firstBin_ + step - 1) / step * step; bin < end; bin += step) {
-    const int column = static_cast<int>(layout_.ColumnOf(bin - firstBin_));
-    const QString label = QString::number(bin);
-    const int length = static_cast<int>(label.size());
-    const int begin = std::min(gutter + column - (length - 1) / 2, width_ - length);
-    if (begin > labels.size()) {
-      axis[column] = QChar(u'┬');
-      labels += Blanks(begin - static_cast<int>(labels.size())) + label;
-    }
-  }
-  return {Gutter(0, QStringLiteral("└")) + axis, labels};
-}
-
-/// A round distance between labelled bins that leaves blanks between the labels.
-std::size_t ChannelPanel::BinStep() const {
-  const auto digits = static_cast<std::size_t>(QString::number(firstBin_ + shown_.size() - 1).size());
-  const std::size_t columns = digits + 3;
-  return RoundUp((columns * layout_.binsPerColumn + layout_.columnsPerBin - 1) / layout_.columnsPerBin);
+  const AxisText axis = Draw(ColumnAxis{QStringLiteral("bin"), firstBin_, layout_, gutter}, width_);
+  return {Gutter(0, QStringLiteral("└")) + axis.line, axis.labels};
 }
 
 }  // namespace korvax::client

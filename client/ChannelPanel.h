@@ -22,7 +22,6 @@ private:
   QString Gutter(int row, const QString& unmarked) const;
   QString PlotRow(int row) const;
   QStringList AxisLines() const;
-  std::size_t BinStep() const;
 
   const ChannelView& view_;
   const std::span<const quint32> shown_;

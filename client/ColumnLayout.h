@@ -23,6 +23,9 @@ struct ColumnLayout {
   /// The column in the middle of a bin.
   std::size_t ColumnOf(std::size_t bin) const;
 
+  /// The first bin of a column.
+  std::size_t BinOf(std::size_t column) const { return column / columnsPerBin * binsPerColumn; }
+
   /// The counts of each column: the sum of its bins, or the count of its bin. `counts` holds `bins` of them.
   std::vector<quint64> Sums(std::span<const quint32> counts) const;
 };

@@ -1,183 +1,89 @@
 #include "client/CommandLine.h"
 
+#include "client/CommandWords.h"
 #include "client/HelpTexts.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <limits>
 
 namespace korvax::client {
 
 namespace {
 
-constexpr double longestSeconds = 86400;
-
-/// What the parser writes to, before it is checked as a whole.
-struct Words {
+/// The options that every command takes, as the parser writes them.
+struct Connection {
   std::string host = "127.0.0.1";
   quint16 port = 51234;
   double timeout = 5;
-  std::string target;
-  std::string json;
-  std::vector<int> channels{0};
-  BinRange range;
-  bool logarithmic = false;
-  bool live = false;
-  double interval = 1;
-  std::optional<int> width;
-  std::optional<int> height;
 };
 
-std::chrono::milliseconds Milliseconds(double seconds) {
-  return std::chrono::milliseconds(std::max(1LL, std::llround(seconds * 1000)));
-}
-
-QString Text(const std::string& utf8) {
-  return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
-}
-
-void AddConnection(CLI::App& app, Words& words) {
+void AddConnection(CLI::App& app, Connection& words) {
   app.add_option("--host", words.host, "Where the server runs (127.0.0.1)")->option_text("NAME");
   app.add_option("--port", words.port, "Its port (51234)")->check(CLI::Range(1, 65535))->option_text("N");
   app.add_option("--timeout", words.timeout, "To wait for the connection, and for each answer (5)")
-      ->check(CLI::Range(0.001, longestSeconds))
+      ->check(Seconds(0.001))
       ->option_text("SECONDS");
 }
 
-void AddTarget(CLI::App& command, const char* name, const char* description, std::string& value) {
-  command.add_option(name, value, description)->required()->option_text(" ");
+Commands AddCommands(CLI::App& app) {
+  Commands commands;
+  AddBlockCommands(app, commands);
+  AddViewCommands(app, commands);
+  AddRunCommands(app, commands);
+  AddHvCommand(app, commands);
+  AddFilesCommands(app, commands);
+  return commands;
 }
 
-void AddQuery(CLI::App& app, Words& words) {
-  CLI::App* command = app.add_subcommand("query", "Send any query to a block and print the answer");
-  AddTarget(*command, "TARGET", "Full path or name of the block", words.target);
-  AddTarget(*command, "JSON", "The query, a JSON object", words.json);
-  command->footer(help::queryFooter);
-}
-
-void AddSpectrum(CLI::App& app, Words& words) {
-  CLI::App* command = app.add_subcommand("spectrum", "Draw the histogram of one or more channels");
-  const auto count = CLI::Range(0, std::numeric_limits<int>::max() - 1);
-  AddTarget(*command, "PATH", "Full path of the block", words.target);
-  command->add_option("--channel", words.channels, "Channels, such as 3 or 0,3,5 (0)")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->check(count)
-      ->option_text("N[,N...]");
-  command->add_flag("--live", words.live, "Draw again and again until Ctrl-C");
-  command->add_flag("--log", words.logarithmic, "Logarithmic counts");
-  command->add_option("--from", words.range.first, "First bin to show")->check(count)->option_text("BIN");
-  command->add_option("--to", words.range.last, "Last bin to show")->check(count)->option_text("BIN");
-  command->add_option("--width", words.width, "Columns of the picture (as the terminal)")
-      ->check(CLI::Range(20, 10000))
-      ->option_text("N");
-  command->add_option("--height", words.height, "Lines of the picture (as the terminal)")
-      ->check(CLI::Range(6, 1000))
-      ->option_text("N");
-  command->add_option("--interval", words.interval, "Between two pictures of --live (1)")
-      ->check(CLI::Range(0.05, longestSeconds))
-      ->option_text("SECONDS");
-  command->footer(help::spectrumFooter);
-}
-
-struct SinkCommand {
-  SinkAction action;
-  const char* name;
-  const char* description;
-  const char* footer;
-};
-
-const std::array<SinkCommand, 4> sinkCommands{{
-    {SinkAction::Start, "start", "Let a block count", help::startFooter},
-    {SinkAction::Stop, "stop", "Let a block count no more", help::stopFooter},
-    {SinkAction::Reset, "reset", "Set a block's counts to zero", help::resetFooter},
-    {SinkAction::Status, "status", "Tell whether a block counts", help::statusFooter},
-}};
-
-void AddSinkCommands(CLI::App& app, Words& words) {
-  for (const SinkCommand& each : sinkCommands) {
-    CLI::App* command = app.add_subcommand(each.name, each.description);
-    AddTarget(*command, "PATH", "Full path of the block", words.target);
-    command->footer(each.footer);
+/// The parsers of the commands that were given, from the program itself down: to "spectrum", or "run", "start".
+std::vector<const CLI::App*> Given(const CLI::App& app) {
+  std::vector<const CLI::App*> given{&app};
+  for (const CLI::App* command : app.get_subcommands({})) {
+    if (command->parsed()) {
+      const std::vector<const CLI::App*> rest = Given(*command);
+      given.insert(given.end(), rest.begin(), rest.end());
+      break;
+    }
   }
+  return given;
 }
 
 Ending Refusal(const CLI::App& app, const QString& what) {
-  const std::vector<const CLI::App*> chosen = app.get_subcommands({});
-  const auto parsed = std::ranges::find_if(chosen, [](const CLI::App* command) { return command->parsed(); });
-  const QString command = parsed == chosen.end() ? QString() : Text((*parsed)->get_name()) + QLatin1Char(' ');
-  return {ExitCode::Usage, QStringLiteral("%1\nSee korvaxctl %2--help.").arg(what, command)};
+  QString commands;
+  for (const CLI::App* command : Given(app)) {
+    commands += Text(command->get_name()) + QLatin1Char(' ');
+  }
+  return {ExitCode::Usage, QStringLiteral("%1\nSee %2--help.").arg(what, commands)};
 }
 
 /// The parser's own words, but for a wrong command, which they don't name.
 QString Fault(const CLI::App& app, const CLI::ParseError& error) {
-  const std::vector<std::string> rest = app.remaining();
-  if (!app.get_subcommands().empty()) {
-    return QString::fromUtf8(error.what());
+  const bool needsCommand = !Given(app).back()->get_subcommands({}).empty();
+  const std::vector<std::string> rest = app.remaining(true);
+  if (needsCommand && !rest.empty()) {
+    return QStringLiteral("\"%1\" is not a command.").arg(Text(rest.front()));
   }
-  if (rest.empty()) {
-    return dynamic_cast<const CLI::RequiredError*>(&error) ? QStringLiteral("A command is missing.")
-                                                           : QString::fromUtf8(error.what());
+  if (needsCommand && dynamic_cast<const CLI::RequiredError*>(&error)) {
+    return QStringLiteral("A command is missing.");
   }
-  return QStringLiteral("\"%1\" is not a command.").arg(Text(rest.front()));
+  return QString::fromUtf8(error.what());
 }
 
-SpectrumRequest ToSpectrum(const Words& words) {
-  SpectrumRequest request{Text(words.target),           words.channels, words.range, words.logarithmic, words.live,
-                          Milliseconds(words.interval), words.width,    words.height};
-  std::vector<int>& channels = request.channels;
-  std::sort(channels.begin(), channels.end());
-  channels.erase(std::unique(channels.begin(), channels.end()), channels.end());
-  return request;
-}
-
-Invocation ToInvocation(const std::string& command, const Words& words) {
-  const ServerAddress server{Text(words.host), words.port, Milliseconds(words.timeout)};
-  if (command == "query") {
-    return {server, QueryRequest{Text(words.target), Text(words.json)}};
-  }
-  if (command == "spectrum") {
-    return {server, ToSpectrum(words)};
-  }
-  const auto sink = std::ranges::find(sinkCommands, command, &SinkCommand::name);
-  return {server, SinkRequest{sink->action, Text(words.target)}};
-}
-
-/// What no single option can see; empty when nothing is wrong.
-QString Fault(const Words& words) {
-  if (words.target.empty()) {
-    return QStringLiteral("The path or name of the block is empty.");
-  }
-  if (std::isnan(words.timeout) || std::isnan(words.interval)) {
-    return QStringLiteral("--timeout and --interval take a number of seconds.");
-  }
-  if (words.range.last && *words.range.last < words.range.first) {
-    const QString text = QStringLiteral("--to %1 is below --from %2: no bin is left to show.");
-    return text.arg(*words.range.last).arg(words.range.first);
-  }
-  const QUrl url = QueryTarget(Text(words.target)).Url({Text(words.host), words.port, {}});
-  if (url.host().isEmpty()) {
-    return QStringLiteral("--host \"%1\" is not a host name or address.").arg(Text(words.host));
-  }
-  return {};
+/// Whether a connection to `server` can be tried at all.
+bool HasHost(const ServerAddress& server) {
+  return !QueryTarget(QStringLiteral("any")).Url(server).host().isEmpty();
 }
 
 }  // namespace
 
 std::variant<Invocation, Ending> ParseCommandLine(const std::vector<std::string>& words) {
-  Words read;
+  Connection connection;
   CLI::App app(help::description, "korvaxctl");
   app.set_version_flag("--version", std::string("korvaxctl 1.0"));
   app.require_subcommand(1);
   app.fallthrough();
   app.footer(help::footer);
-  AddConnection(app, read);
-  AddQuery(app, read);
-  AddSpectrum(app, read);
-  AddSinkCommands(app, read);
+  AddConnection(app, connection);
+  const Commands commands = AddCommands(app);
   try {
     app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
   } catch (const CLI::CallForVersion& version) {
@@ -187,11 +93,16 @@ std::variant<Invocation, Ending> ParseCommandLine(const std::vector<std::string>
   } catch (const CLI::ParseError& error) {
     return Refusal(app, Fault(app, error));
   }
-  const QString fault = Fault(read);
-  if (!fault.isEmpty()) {
-    return Refusal(app, fault);
+  const ServerAddress server{Text(connection.host), connection.port, Milliseconds(connection.timeout)};
+  if (!HasHost(server)) {
+    return Refusal(app, QStringLiteral("--host \"%1\" is not a host name or address.").arg(server.host));
   }
-  return ToInvocation(app.get_subcommands().front()->get_name(), read);
+  const auto parsed = std::ranges::find_if(commands, [](const Command& each) { return each.parser->parsed(); });
+  Read<Request> request = parsed->request();
+  if (!request.value) {
+    return Refusal(app, request.fault);
+  }
+  return Invocation{server, std::move(*request.value)};
 }
 
 }  // namespace korvax::client

@@ -1,5 +1,7 @@
 #include "client/Endings.h"
 
+#include "client/TextFit.h"
+
 namespace korvax::client {
 
 namespace {
@@ -8,12 +10,7 @@ constexpr int shownLength = 60;
 
 /// The beginning of a foreign text, harmless to a terminal.
 QString Excerpt(const QString& text) {
-  QString shown = text.left(shownLength);
-  for (QChar& character : shown) {
-    if (!character.isPrint()) {
-      character = QLatin1Char(' ');
-    }
-  }
+  const QString shown = Harmless(text.left(shownLength));
   return text.size() > shownLength ? shown + QStringLiteral("…") : shown;
 }
 

@@ -14,6 +14,8 @@ enum class ExitCode {
   NoAnswer = 5,      ///< the server took the query and stayed silent
   BadAnswer = 6,     ///< the answer is not of the shape that the command needs
   UnknownQuery = 7,  ///< the block is there but has no answer to this query
+  BadFile = 8,       ///< a file is not as it should be, or can't be read
+  Refused = 9,       ///< the server, or korvaxctl itself, refused to do it
 };
 
 /// An exit code with the words that explain it; no words where none are needed.

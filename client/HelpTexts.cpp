@@ -3,8 +3,9 @@
 namespace korvax::client::help {
 
 const char* const description =
-    "korvaxctl talks to a running korvax-boards-server: it sends queries, draws spectra in the terminal,\n"
-    "and starts, stops and resets counting.";
+    "korvaxctl talks to a running korvax-boards-server: it sends queries, draws spectra and waveforms in the\n"
+    "terminal, shows rates, starts, stops and resets counting, records runs and switches high voltage. It also\n"
+    "reads the files of a run.";
 
 const char* const footer = R"(Examples:
   korvaxctl query processing/0/filter_chain/board0/chain/spectrum0 '{"args":[{"cmd":"data_get_status"}]}'
@@ -13,6 +14,13 @@ const char* const footer = R"(Examples:
   korvaxctl stop processing/0/filter_chain/board0/chain/spectrum0
   korvaxctl reset processing/0/filter_chain/board0/chain/spectrum0
   korvaxctl status processing/0/filter_chain/board0/chain/spectrum0
+  korvaxctl scope scope2 --live
+  korvaxctl rates processing/0/filter_chain/rates2/chain/rates2 --live
+  korvaxctl run start first
+  korvaxctl run info
+  korvaxctl run stop
+  korvaxctl hv hv2 show
+  korvaxctl files summary demo-storage/first
 
 Every command takes --host, --port and --timeout, before or after its name, and --help.
 
@@ -24,7 +32,9 @@ Exit codes:
   4  empty answer: wrong path or name, or a block that this route doesn't serve
   5  no answer within the time-out
   6  the answer isn't of the kind that the command needs
-  7  the block is there but has no answer to this query)";
+  7  the block is there but has no answer to this query
+  8  a file is not as it should be, or can't be read
+  9  refused: such a run exists already, a run is being recorded, no board is connected)";
 
 const char* const queryFooter = R"(A target with a "/" in it is a full path, any other is
 the name of a block. The answer is printed as it came.
@@ -32,6 +42,13 @@ the name of a block. The answer is printed as it came.
 By full path: spectra
   korvaxctl query processing/0/filter_chain/board0/chain/spectrum0 \
     '{"args":[{"cmd":"get_data","channels":[0,3]}]}'
+
+By name: "commands", dumpers and oscilloscopes
+  korvaxctl query commands '{"cmd":"get_run_info"}'
+  korvaxctl query dumper2 '{"cmd":"set_dump_events","dump_events":100000}'
+
+Either way: high voltage
+  korvaxctl query Hardware/BOARD2 '{"args":[{"cmd":"get_all_ch_values","param":"read_only"}]}'
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
@@ -43,6 +60,28 @@ Examples:
   korvaxctl spectrum processing/0/filter_chain/board0/chain/spectrum0 --live
   korvaxctl spectrum processing/0/filter_chain/board0/chain/spectrum0 --channel 0,3 --log
   korvaxctl spectrum processing/0/filter_chain/board0/chain/spectrum0 --from 600 --to 720
+
+See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
+const char* const scopeFooter = R"(The lines show, column by column, the lowest to the highest of the
+analog samples; below them one line a digital trace: ▁ low, █ high, ▒ both within the column.
+
+The oscilloscope has one list of enabled channels for all its clients: this command enables the channels
+that it draws and disables all others, also for anyone else who reads the same oscilloscope.
+
+Examples:
+  korvaxctl scope scope2
+  korvaxctl scope scope2 --channel 0,3 --live
+
+See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
+const char* const ratesFooter = R"(Rates in and out are events per second, as the board measured them.
+The bars show the rate in: in proportion to the largest one, or with --log from 0.1/s up. T0 is the last
+channel of the record.
+
+Examples:
+  korvaxctl rates processing/0/filter_chain/rates2/chain/rates2
+  korvaxctl rates processing/0/filter_chain/rates2/chain/rates2 --live --log
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
@@ -73,5 +112,46 @@ const char* const statusFooter = R"(Example:
 Prints one word: freerun (counting) or idle.
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
+const char* const runFooter =
+    R"(A run is recorded into a folder of its own, named by ID, in the storage folder of the
+server's configuration, which also says what is recorded. A stop takes effect when the next events arrive.
+
+Where it would spoil files, a command is refused unless --force is there: start while a dumper records, as
+the new run would go on in the open file; pause when none records; restart when a dumper is stopped, as it
+would write over the files of its last run.
+
+Examples:
+  korvaxctl run start first
+  korvaxctl run pause
+  korvaxctl run restart
+  korvaxctl run info
+  korvaxctl run stop
+
+See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
+const char* const hvFooter =
+    R"(A block with a "/" in it is a full path, any other a name. show prints the values as the board
+gives them. on and off send the board's own switch command and then its whole configuration; the server
+doesn't tell whether the board obeyed: show does.
+
+Examples:
+  korvaxctl hv hv2 show
+  korvaxctl hv Hardware/BOARD2 on
+  korvaxctl hv hv2 off
+
+See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
+const char* const filesFooter =
+    R"(Reads list, wave and rate files of this machine; a folder stands for all run files in it. check says at
+which byte a file breaks off and how many whole records stand before it. csv joins files of one kind, and
+writes over no file that is there already.
+
+Examples:
+  korvaxctl files summary demo-storage/first
+  korvaxctl files check demo-storage/first
+  korvaxctl files csv demo-storage/first/dumper2_0.bin --output events.csv
+
+See korvaxctl --help for the exit codes.)";
 
 }  // namespace korvax::client::help

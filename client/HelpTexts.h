@@ -6,9 +6,14 @@ extern const char* const description;
 extern const char* const footer;
 extern const char* const queryFooter;
 extern const char* const spectrumFooter;
+extern const char* const scopeFooter;
+extern const char* const ratesFooter;
 extern const char* const startFooter;
 extern const char* const stopFooter;
 extern const char* const resetFooter;
 extern const char* const statusFooter;
+extern const char* const runFooter;
+extern const char* const hvFooter;
+extern const char* const filesFooter;
 
 }  // namespace korvax::client::help

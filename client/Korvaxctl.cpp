@@ -1,11 +1,15 @@
 #include "client/Korvaxctl.h"
 
 #include "client/CommandLine.h"
+#include "client/HvCommand.h"
+#include "client/JsonAnswers.h"
 #include "client/QueryClient.h"
-#include "client/SignalWatcher.h"
+#include "client/RateQueries.h"
+#include "client/RatesView.h"
+#include "client/RunCommand.h"
+#include "client/ScopeView.h"
+#include "client/SinkQueries.h"
 #include "client/SpectrumView.h"
-
-#include <QEventLoop>
 
 namespace korvax::client {
 
@@ -52,28 +56,20 @@ public:
   }
 
   Ending operator()(const SpectrumRequest& request) const {
-    // Outlives the view: a signal while the terminal is being restored must not end the process.
-    std::optional<SignalWatcher> watcher;
-    SpectrumView view(server_, request, console_);
-    if (request.live) {
-      watcher.emplace();
-      QObject::connect(&*watcher, &SignalWatcher::interrupted, &view, &SpectrumView::Stop);
-      QObject::connect(&*watcher, &SignalWatcher::resized, &view, &SpectrumView::Redraw);
-    }
-    Ending ending;
-    QEventLoop loop;
-    QObject::connect(&view, &SpectrumView::finished, &loop, [&](const Ending& reason) {
-      ending = reason;
-      loop.quit();
-    });
-    view.Start();
-    loop.exec();
-    return ending;
+    return SpectrumView(server_, request, console_).Run();
   }
+  Ending operator()(const ScopeRequest& request) const { return ScopeView(server_, request, console_).Run(); }
+  Ending operator()(const RatesRequest& request) const { return RatesView(server_, request, console_).Run(); }
+  Ending operator()(const RunRequest& request) const { return ControlRun(server_, request, console_); }
+  Ending operator()(const HvRequest& request) const { return RunHv(server_, request, console_); }
+  Ending operator()(const FilesRequest& request) const { return RunFiles(request, console_); }
 
 private:
-  /// Tells a wrong query from a wrong path: whatever counts answers for its status.
-  static bool IsThere(QueryClient& client) { return !client.AskAndWait(StatusQuery()).Failed(); }
+  /// Tells a wrong query from a wrong path: whatever counts answers for its status, a rate counter for its
+  /// rates. High-voltage blocks aren't asked: no answer may mean that they obeyed.
+  static bool IsThere(QueryClient& client) {
+    return !client.AskAndWait(StatusQuery()).Failed() || !client.AskAndWait(LatestRatesQuery()).Failed();
+  }
 
   static QString QueryFor(SinkAction action) {
     switch (action) {

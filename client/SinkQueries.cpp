@@ -1,8 +1,6 @@
 #include "client/SinkQueries.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "client/JsonAnswers.h"
 
 #include <cmath>
 #include <limits>
@@ -11,38 +9,8 @@ namespace korvax::client {
 
 namespace {
 
-QString Query(QJsonObject argument) {
-  const QJsonObject query{{QStringLiteral("args"), QJsonArray{std::move(argument)}}};
-  return QString::fromUtf8(QJsonDocument(query).toJson(QJsonDocument::Compact));
-}
-
 QJsonObject Command(const QString& name) {
   return {{QStringLiteral("cmd"), name}};
-}
-
-Read<QJsonArray> ReadArray(const QString& answer) {
-  QJsonParseError error;
-  const QJsonDocument document = QJsonDocument::fromJson(answer.toUtf8(), &error);
-  if (error.error != QJsonParseError::NoError) {
-    return {{}, QStringLiteral("it is not JSON (%1 at byte %2)").arg(error.errorString()).arg(error.offset)};
-  }
-  if (!document.isArray()) {
-    return {{}, QStringLiteral("it is not an array")};
-  }
-  return {document.array(), {}};
-}
-
-/// The one object of an answer such as [{"response": true}].
-Read<QJsonObject> ReadResponse(const QString& answer) {
-  const Read<QJsonArray> array = ReadArray(answer);
-  if (!array.value) {
-    return {{}, array.fault};
-  }
-  const QJsonObject response = array.value->first().toObject();
-  if (array.value->size() != 1 || response.value(QStringLiteral("response")) != QJsonValue(true)) {
-    return {{}, QStringLiteral("it is not one object with \"response\": true")};
-  }
-  return {response, {}};
 }
 
 /// Modulo 2^32; none for anything but a whole number that a signed or an unsigned 32-bit counter can hold.
@@ -83,21 +51,21 @@ QString DataQuery(std::span<const int> channels) {
   }
   QJsonObject argument = Command(QStringLiteral("get_data"));
   argument.insert(QStringLiteral("channels"), list);
-  return Query(std::move(argument));
+  return ArgumentQuery(argument);
 }
 
 QString StatusQuery() {
-  return Query(Command(QStringLiteral("data_get_status")));
+  return ArgumentQuery(Command(QStringLiteral("data_get_status")));
 }
 
 QString ResetQuery() {
-  return Query(Command(QStringLiteral("reset")));
+  return ArgumentQuery(Command(QStringLiteral("reset")));
 }
 
 QString RunQuery(bool counting) {
   QJsonObject argument = Command(QStringLiteral("run_control"));
   argument.insert(QStringLiteral("status"), counting ? QStringLiteral("freerun") : QStringLiteral("idle"));
-  return Query(std::move(argument));
+  return ArgumentQuery(argument);
 }
 
 Read<std::vector<Counts>> ReadData(const QString& answer) {
@@ -126,10 +94,6 @@ Read<bool> ReadStatus(const QString& answer) {
     return {{}, QStringLiteral("its \"status\" is neither \"freerun\" nor \"idle\"")};
   }
   return {status == QStringLiteral("freerun"), {}};
-}
-
-QString ObedienceFault(const QString& answer) {
-  return ReadResponse(answer).fault;
 }
 
 }  // namespace korvax::client

@@ -1,19 +1,11 @@
 #pragma once
 
-#include <QString>
+#include "client/Read.h"
 
-#include <optional>
 #include <span>
 #include <vector>
 
 namespace korvax::client {
-
-/// A value read from an answer, or what is wrong with the answer.
-template <typename T>
-struct Read {
-  std::optional<T> value;
-  QString fault;
-};
 
 /// The counters of one channel, one a bin.
 using Counts = std::vector<quint32>;
@@ -30,8 +22,5 @@ Read<std::vector<Counts>> ReadData(const QString& answer);
 
 /// Reads the answer to StatusQuery: whether the block counts ("freerun") or not ("idle").
 Read<bool> ReadStatus(const QString& answer);
-
-/// Empty when the answer says that a command was obeyed, otherwise what is wrong with it.
-QString ObedienceFault(const QString& answer);
 
 }  // namespace korvax::client

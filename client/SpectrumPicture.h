@@ -1,8 +1,7 @@
 #pragma once
 
+#include "client/PanelStack.h"
 #include "client/SinkQueries.h"
-
-#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -32,11 +31,9 @@ struct ChannelView {
   std::optional<double> rate;
 };
 
-/// All that a picture tells. The lines of `notes` stand below the title, broken where they don't fit.
+/// All that a picture tells.
 struct Picture {
-  QString path;
-  QString state;
-  QStringList notes;
+  Heading heading;
   std::vector<ChannelView> channels;
 };
 

@@ -11,6 +11,21 @@ inline QString Blanks(int count) {
   return QString(std::max(0, count), QLatin1Char(' '));
 }
 
+/// A foreign text in one line, harmless to a terminal.
+inline QString Harmless(QString text) {
+  for (QChar& character : text) {
+    if (!character.isPrint()) {
+      character = QLatin1Char(' ');
+    }
+  }
+  return text;
+}
+
+/// Events per second.
+inline QString RateText(double rate) {
+  return QString::number(rate, 'f', rate < 100 ? 1 : 0) + QStringLiteral("/s");
+}
+
 /// Keeps the end of a text that is too long: of a path, that is the block's name.
 inline QString KeepEnd(const QString& text, int width) {
   if (width <= 0) {

@@ -1,5 +1,6 @@
 #include "tests/system/SystemTest.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -8,43 +9,54 @@ namespace test {
 
 namespace {
 
-QByteArray ProjectFile(const char* name) {
-  QFile file(QStringLiteral(KORVAX_PROJECT_DIR "/") + QLatin1String(name));
-  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-  return file.readAll();
-}
-
-// The lines of the README that a reader types into a second terminal.
-QStringList ClientCommands() {
-  static const QRegularExpression line(QStringLiteral("^ *(build/bin/korvaxctl .*)$"),
-                                       QRegularExpression::MultilineOption);
-  QStringList commands;
-  for (auto matches = line.globalMatch(QString::fromUtf8(ProjectFile("README.md"))); matches.hasNext();) {
-    commands << matches.next().captured(1);
+// What a reader types, block by block.
+QStringList TypedBlocks() {
+  static const QRegularExpression block(
+      QStringLiteral("^```sh\\n(.*?)^```$"),
+      QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
+  QFile readme(QStringLiteral(KORVAX_PROJECT_DIR "/README.md"));
+  EXPECT_TRUE(readme.open(QIODevice::ReadOnly));
+  const QString text = QString::fromUtf8(readme.readAll());
+  QStringList blocks;
+  for (auto matches = block.globalMatch(text); matches.hasNext();) {
+    blocks << matches.next().captured(1);
   }
-  return commands;
+  return blocks;
 }
 
-class ReadmeTest : public SystemTest {};
+// The server's working folder looks like a clone of the project where everything is built.
+class ReadmeTest : public SystemTest {
+protected:
+  ReadmeTest() {
+    installation.AddBoardLibrary(KORVAX_SIMULATOR, QStringLiteral("libCAENDig2Sim.so"));
+    QDir clone(installation.WorkingFolder());
+    EXPECT_TRUE(clone.mkdir(QStringLiteral("build")) && clone.mkdir(QStringLiteral("demo-storage")));
+    EXPECT_TRUE(
+        QFile::link(installation.Path(QStringLiteral("bin")), clone.filePath(QStringLiteral("build/bin"))));
+    EXPECT_TRUE(QFile::link(KORVAXCTL, clone.filePath(QStringLiteral("build/bin/korvaxctl"))));
+    EXPECT_TRUE(QFile::link(KORVAX_PROJECT_DIR "/examples", clone.filePath(QStringLiteral("examples"))));
+  }
 
-TEST_F(ReadmeTest, EveryClientCommandWorksOnTheDemoConfigurationAsItIsPrinted) {
-  installation.AddBoardLibrary(KORVAX_SIMULATOR, QStringLiteral("libCAENDig2Sim.so"));
-  QByteArray demo = ProjectFile("examples/demo.json");
-  ASSERT_TRUE(demo.contains("\"demo-storage\""));
-  installation.WriteConfiguration(
-      demo.replace("\"demo-storage\"", '"' + installation.StoragePath().toUtf8() + '"'));
-  server.Start({QStringLiteral("-c"), installation.ConfigurationPath()});
-  ASSERT_TRUE(server.WaitUntilReady());
-  const QStringList commands = ClientCommands();
-  EXPECT_GE(commands.size(), 4);
-  for (QString command : commands) {
+  void Type(const QString& block) {
     QProcess shell;
+    shell.setWorkingDirectory(installation.WorkingFolder());
     shell.start(QStringLiteral("/bin/sh"),
-                {QStringLiteral("-c"), command.replace(QStringLiteral("build/bin/korvaxctl"), KORVAXCTL)});
-    ASSERT_TRUE(shell.waitForFinished(60'000)) << qPrintable(command);
-    EXPECT_EQ(shell.exitCode(), 0) << qPrintable(command) << shell.readAllStandardError().toStdString();
-    EXPECT_FALSE(shell.readAllStandardOutput().isEmpty()) << qPrintable(command);
+                {QStringLiteral("-e"), QStringLiteral("-x"), QStringLiteral("-c"), block});
+    ASSERT_TRUE(shell.waitForFinished(100'000)) << qPrintable(block);
+    EXPECT_EQ(shell.exitCode(), 0) << qPrintable(block) << shell.readAllStandardError().toStdString();
+    EXPECT_FALSE(shell.readAllStandardOutput().isEmpty()) << qPrintable(block);
   }
+};
+
+TEST_F(ReadmeTest, EveryCommandOfTheTourWorksAsItIsPrinted) {
+  const QStringList blocks = TypedBlocks();
+  ASSERT_EQ(blocks.size(), 3) << "look around, take a run, replay it";
+  server.Start({QStringLiteral("-c"), QStringLiteral("examples/demo.json")});
+  ASSERT_TRUE(server.WaitUntilReady());
+  Type(blocks[0]);
+  Type(blocks[1]);
+  EndServer();
+  Type(blocks[2]);
 }
 
 }  // namespace

@@ -44,11 +44,11 @@ TEST(CommandLine, aSpectrumDefaultsToChannelZeroOnceAndLinear) {
   EXPECT_EQ(request.path, "a/b");
   EXPECT_THAT(request.channels, ElementsAre(0));
   EXPECT_EQ(request.range, BinRange{});
-  EXPECT_FALSE(request.live);
+  EXPECT_FALSE(request.refresh.live);
   EXPECT_FALSE(request.logarithmic);
-  EXPECT_EQ(request.interval, std::chrono::seconds(1));
-  EXPECT_FALSE(request.width);
-  EXPECT_FALSE(request.height);
+  EXPECT_EQ(request.refresh.interval, std::chrono::seconds(1));
+  EXPECT_FALSE(request.size.width);
+  EXPECT_FALSE(request.size.height);
 }
 
 TEST(CommandLine, readsEveryOptionOfASpectrum) {
@@ -58,11 +58,11 @@ TEST(CommandLine, readsEveryOptionOfASpectrum) {
   EXPECT_EQ(request.path, "a/b");
   EXPECT_THAT(request.channels, ElementsAre(1, 5));
   EXPECT_EQ(request.range, (BinRange{10, 20}));
-  EXPECT_TRUE(request.live);
+  EXPECT_TRUE(request.refresh.live);
   EXPECT_TRUE(request.logarithmic);
-  EXPECT_EQ(request.interval, std::chrono::milliseconds(250));
-  EXPECT_EQ(request.width, 100);
-  EXPECT_EQ(request.height, 30);
+  EXPECT_EQ(request.refresh.interval, std::chrono::milliseconds(250));
+  EXPECT_EQ(request.size.width, 100);
+  EXPECT_EQ(request.size.height, 30);
 }
 
 TEST(CommandLine, sortsChannelsAndDropsRepetitions) {
@@ -129,14 +129,17 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(CommandLine, theHelpListsCommandsExamplesAndExitCodes) {
   const Ending help = Ended({"--help"});
   EXPECT_EQ(help.code, ExitCode::Ok);
-  for (const char* part : {"query", "spectrum", "start", "stop", "reset", "status", "--host", "--port",
-                           "--timeout", "Examples:", "Exit codes:", "  2  ", "  3  ", "  4  ", "  5  ", "  6  "}) {
+  for (const char* part :
+       {"query", "spectrum", "start",  "stop",   "reset",     "status",    "scope",       "rates", "run",
+        "hv",    "files",    "--host", "--port", "--timeout", "Examples:", "Exit codes:", "  0  ", "  1  ",
+        "  2  ", "  3  ",    "  4  ",  "  5  ",  "  6  ",     "  7  ",     "  8  ",       "  9  "}) {
     EXPECT_THAT(help.text.toStdString(), HasSubstr(part));
   }
 }
 
 TEST(CommandLine, everyCommandHasAHelpOfItsOwnWithAnExample) {
-  for (const std::string command : {"query", "spectrum", "start", "stop", "reset", "status"}) {
+  for (const std::string command :
+       {"query", "spectrum", "start", "stop", "reset", "status", "scope", "rates", "hv"}) {
     for (const Words& words : {Words{command, "--help"}, Words{command, "a/b", "-h"}}) {
       const Ending help = Ended(words);
       EXPECT_EQ(help.code, ExitCode::Ok);

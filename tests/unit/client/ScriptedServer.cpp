@@ -3,6 +3,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <csignal>
 #include <stdexcept>
 
 namespace test {
@@ -39,6 +40,26 @@ void ScriptedServer::Take(QWebSocket* socket, const QString& message) {
     --waiting_;
     socket->sendTextMessage(text);
   });
+}
+
+ScriptedServer::Script Always(const QString& answer) {
+  return [answer](const ScriptedServer::Query&) { return answer; };
+}
+
+std::optional<QString> Silence(const ScriptedServer::Query&) {
+  return std::nullopt;
+}
+
+ScriptedServer::Script OneByOne(QStringList answers, int signal) {
+  return [answers = std::move(answers), signal](const ScriptedServer::Query&) mutable -> std::optional<QString> {
+    if (!answers.isEmpty()) {
+      return answers.takeFirst();
+    }
+    if (signal != 0) {
+      std::raise(signal);
+    }
+    return std::nullopt;
+  };
 }
 
 ScriptedServer::Script SpectrumScript(const QString& data, const QString& status) {

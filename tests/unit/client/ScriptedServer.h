@@ -55,6 +55,16 @@ private:
   int mostWaiting_ = 0;
 };
 
+/// A script that gives the same answer to every query.
+ScriptedServer::Script Always(const QString& answer);
+
+/// A script that gives no answer.
+std::optional<QString> Silence(const ScriptedServer::Query& query);
+
+/// A script that gives the answers one after the other, and beyond the last none, after it has raised `signal`
+/// where one is given.
+ScriptedServer::Script OneByOne(QStringList answers, int signal = 0);
+
 /// A script that answers data queries with `data` and status queries with `status`.
 ScriptedServer::Script SpectrumScript(const QString& data, const QString& status);
 

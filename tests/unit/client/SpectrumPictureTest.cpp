@@ -9,7 +9,7 @@ using testing::ElementsAre;
 
 /// One channel, number 0, without notes.
 Picture Of(Counts counts) {
-  return {QStringLiteral("a/b"), QStringLiteral("counting"), {}, {{0, std::move(counts), {}}}};
+  return {{QStringLiteral("a/b"), QStringLiteral("counting"), {}}, {{0, std::move(counts), {}}}};
 }
 
 PictureOptions Sized(int width, int height, bool logarithmic = false) {
@@ -199,8 +199,8 @@ Too narr…
 
 TEST(SpectrumPicture, aLongPathKeepsItsEndAndNotesAreBroken) {
   Picture picture = Of({});
-  picture.path = QStringLiteral("processing/0/filter_chain/main/chain/spectrum");
-  picture.notes << QStringLiteral("0123456789012345678901234567890123456789ABC");
+  picture.heading.target = QStringLiteral("processing/0/filter_chain/main/chain/spectrum");
+  picture.heading.notes << QStringLiteral("0123456789012345678901234567890123456789ABC");
   EXPECT_EQ(Drawn(picture, Sized(40, 24)), R"(
 …lter_chain/main/chain/spectrum counting
 0123456789012345678901234567890123456789
@@ -252,7 +252,7 @@ channel 5 · 3 counts · fullest bin 0 (3)
 
 TEST(SpectrumPicture, fitsIntoAnySize) {
   Picture picture = Of(Counts(100, 7));
-  picture.notes << QStringLiteral("some note");
+  picture.heading.notes << QStringLiteral("some note");
   picture.channels.push_back({1, Counts(3, 1), 1e9});
   for (int width = -1; width < 100; ++width) {
     for (int height = -1; height < 40; ++height) {

@@ -63,10 +63,12 @@ const QString counting = QStringLiteral(R"([{"response": true, "status":"freerun
 
 class OnATerminal : public testing::Test {
 protected:
-  void Start(const QStringList& more) {
+  void Start(const QStringList& more) { StartFor(server_, QStringList{"spectrum", "a/b"} + more); }
+
+  void StartFor(const ScriptedServer& server, const QStringList& words) {
     program_.setStandardOutputFile(terminal_.Path());
     program_.start(QStringLiteral(KORVAXCTL_PROGRAM),
-                   QStringList{"spectrum", "a/b", "--port", QString::number(server_.Port())} + more);
+                   words + QStringList{"--port", QString::number(server.Port())});
     ASSERT_TRUE(program_.waitForStarted());
   }
 
@@ -133,6 +135,29 @@ TEST_F(OnATerminal, aSpectrumDrawnOnceStaysOnTheScreenWithARowForThePrompt) {
   EXPECT_EQ(program_.exitCode(), 0);
   EXPECT_FALSE(terminal_.Output().contains('\x1b'));
   EXPECT_EQ(terminal_.Output().count('\n'), 1 + 2 * 18);
+}
+
+TEST_F(OnATerminal, everyLiveViewDrawsInPlaceAndEndsAtASignal) {
+  const QString obeyed = QStringLiteral(R"([{"response": true}])");
+  const QString traces = QStringLiteral(R"([{"data":[1,2,3]}])");
+  ScriptedServer server([&](const ScriptedServer::Query& query) -> std::optional<QString> {
+    if (query.message.contains(QStringLiteral("immediate"))) {
+      return QStringLiteral(R"({"status": "nodata"})");
+    }
+    return query.message.contains(QStringLiteral("require_data")) ? traces : obeyed;
+  });
+  const std::vector<std::pair<QStringList, const char*>> table{
+      {{"rates", "a/b", "--live"}, "No record has arrived yet"}, {{"scope", "s", "--live"}, "1 to 3"}};
+  for (const auto& [words, content] : table) {
+    StartFor(server, words);
+    ASSERT_TRUE(WaitFor([&, text = content] { return terminal_.Output().contains(text); })) << content;
+    EXPECT_THAT(terminal_.Output().toStdString(), HasSubstr("Ctrl-C ends"));
+    EXPECT_EQ(terminal_.Output().count(enterScreen), terminal_.Output().count(leaveScreen) + 1);
+    Signal(SIGINT);
+    ASSERT_TRUE(Ends());
+    EXPECT_EQ(program_.exitCode(), 0);
+    EXPECT_TRUE(terminal_.Output().endsWith(leaveScreen));
+  }
 }
 
 }  // namespace

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "client/FilesCommand.h"
+#include "client/SpectrumPicture.h"
+
+#include <chrono>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace korvax::client {
+
+/// korvaxctl query TARGET JSON
+struct QueryRequest {
+  QString target;
+  QString json;
+};
+
+enum class SinkAction { Start, Stop, Reset, Status };
+
+/// korvaxctl start, stop, reset or status PATH
+struct SinkRequest {
+  SinkAction action = SinkAction::Status;
+  QString path;
+};
+
+/// Whether a view is drawn once, or again and again with this long between two readings.
+struct Refresh {
+  bool live = false;
+  std::chrono::milliseconds interval{1000};
+};
+
+/// In characters; what is absent is as the terminal has it.
+struct PictureSize {
+  std::optional<int> width;
+  std::optional<int> height;
+};
+
+/// korvaxctl spectrum PATH; the channels ascend, none stands there twice.
+struct SpectrumRequest {
+  QString path;
+  std::vector<int> channels{0};
+  BinRange range;
+  bool logarithmic = false;
+  Refresh refresh;
+  PictureSize size;
+};
+
+/// korvaxctl scope NAME; the channels ascend, none stands there twice.
+struct ScopeRequest {
+  QString name;
+  std::vector<int> channels{0};
+  Refresh refresh;
+  PictureSize size;
+};
+
+/// korvaxctl rates PATH
+struct RatesRequest {
+  QString path;
+  bool logarithmic = false;
+  Refresh refresh;
+};
+
+enum class RunAction { Start, Stop, Pause, Restart, Info };
+
+/// korvaxctl run start ID, run stop, run pause, run restart or run info
+struct RunRequest {
+  RunAction action = RunAction::Info;
+  QString id;          ///< Start: neither empty nor with a "/"
+  bool force = false;  ///< do it whatever the dumpers are at
+};
+
+enum class HvAction { Show, On, Off };
+
+/// korvaxctl hv BLOCK show, on or off
+struct HvRequest {
+  QString block;
+  HvAction action = HvAction::Show;
+};
+
+using Request = std::variant<QueryRequest, SinkRequest, SpectrumRequest, ScopeRequest, RatesRequest, RunRequest,
+                             HvRequest, FilesRequest>;
+
+}  // namespace korvax::client
