@@ -4,10 +4,14 @@
 #include "acquisition/Decoder.h"
 #include "benchmarks/RatioReporter.h"
 #include "benchmarks/RawBlock.h"
+#include "framework/ByteWriter.h"
 #include "framework/KorvaxPayload_Energy.h"
 #include "framework/PinInput.h"
+#include "recording/ListRecorder.h"
 #include "sinks/BinIndex.h"
 #include "sinks/ChannelHistogram.h"
+
+#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -112,6 +116,42 @@ void CountSpectrum(benchmark::State& state) {
   CountEvents(state);
 }
 BENCHMARK(CountSpectrum);
+
+// Into the buffer that a recorder writes to the file once for each container.
+void WriteRecords(benchmark::State& state, quint32 format) {
+  const auto batch = DecodeBlock();
+  korvax::ByteWriter buffer;
+  for (auto _ : state) {
+    buffer.Clear();
+    for (const auto& record : batch->records) {
+      record->Write(format, buffer);
+    }
+    benchmark::DoNotOptimize(buffer.View().data());
+  }
+  CountEvents(state);
+}
+BENCHMARK_CAPTURE(WriteRecords, Binary, korvax::FormatBinary);
+BENCHMARK_CAPTURE(WriteRecords, Csv, korvax::FormatCsv);
+BENCHMARK_CAPTURE(WriteRecords, Json, korvax::FormatJson);
+
+// The same, the file in a temporary folder included.
+void RecordContainers(benchmark::State& state) {
+  const QTemporaryDir folder;
+  const PinInput pin(QStringLiteral("energy"));
+  korvax::DumpControl control(pin, {.eventsPerFile = 10'000'000,
+                                    .fileType = QStringLiteral("BIN"),
+                                    .filePath = folder.path(),
+                                    .runId = QStringLiteral(".")});
+  korvax::RunStatistics statistics;
+  korvax::ListRecorder recorder(QStringLiteral("dumper"), control, statistics);
+  const auto batch = DecodeBlock();
+  control.StartRun(QStringLiteral("."));
+  for (auto _ : state) {
+    recorder.Take(*batch);
+  }
+  CountEvents(state);
+}
+BENCHMARK(RecordContainers);
 
 }  // namespace
 

@@ -1,9 +1,6 @@
 #include "framework/ByteWriter.h"
 
-#include <QtEndian>
-
 #include <algorithm>
-#include <bit>
 #include <charconv>
 #include <cstring>
 
@@ -15,39 +12,14 @@ constexpr std::size_t LongestGeneral = 16;  // -1.23457e-308
 constexpr std::size_t LongestFixed = 330;   // -DBL_MAX has 309 digits before the point
 }  // namespace
 
-char* ByteWriter::Room(std::size_t bytes) {
-  if (capacity_ - size_ < bytes) {
-    const std::size_t grown = std::max({std::size_t{256}, capacity_ * 2, size_ + bytes});
-    auto larger = std::make_unique_for_overwrite<char[]>(grown);
-    if (size_ != 0) {
-      std::memcpy(larger.get(), data_.get(), size_);
-    }
-    data_ = std::move(larger);
-    capacity_ = grown;
+void ByteWriter::Grow(std::size_t bytes) {
+  const std::size_t grown = std::max({std::size_t{256}, capacity_ * 2, size_ + bytes});
+  auto larger = std::make_unique_for_overwrite<char[]>(grown);
+  if (size_ != 0) {
+    std::memcpy(larger.get(), data_.get(), size_);
   }
-  return data_.get() + size_;
-}
-
-ByteWriter& ByteWriter::U8(quint8 value) {
-  *Room(1) = static_cast<char>(value);
-  size_ += 1;
-  return *this;
-}
-
-ByteWriter& ByteWriter::U32(quint32 value) {
-  qToLittleEndian(value, Room(sizeof value));
-  size_ += sizeof value;
-  return *this;
-}
-
-ByteWriter& ByteWriter::U64(quint64 value) {
-  qToLittleEndian(value, Room(sizeof value));
-  size_ += sizeof value;
-  return *this;
-}
-
-ByteWriter& ByteWriter::F64(double value) {
-  return U64(std::bit_cast<quint64>(value));
+  data_ = std::move(larger);
+  capacity_ = grown;
 }
 
 ByteWriter& ByteWriter::Text(std::string_view text) {

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QtEndian>
 
+#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <memory>
@@ -15,10 +16,10 @@ namespace korvax {
 /// buffer a batch soon allocates nothing. Not thread-safe: one thread owns a writer.
 class ByteWriter {
 public:
-  ByteWriter& U8(quint8 value);
-  ByteWriter& U32(quint32 value);
-  ByteWriter& U64(quint64 value);
-  ByteWriter& F64(double value);
+  ByteWriter& U8(quint8 value) { return Integer(value); }
+  ByteWriter& U32(quint32 value) { return Integer(value); }
+  ByteWriter& U64(quint64 value) { return Integer(value); }
+  ByteWriter& F64(double value) { return Integer(std::bit_cast<quint64>(value)); }
 
   ByteWriter& Text(std::string_view text);
   template <std::integral T>
@@ -54,9 +55,22 @@ public:
   void Clear() { size_ = 0; }
 
 private:
+  // Here, so that the fields of a binary record are written without calls.
+  template <typename T>
+  ByteWriter& Integer(T value) {
+    qToLittleEndian(value, Room(sizeof value));
+    size_ += sizeof value;
+    return *this;
+  }
+  char* Room(std::size_t bytes) {
+    if (capacity_ - size_ < bytes) {
+      Grow(bytes);
+    }
+    return data_.get() + size_;
+  }
+  void Grow(std::size_t bytes);
   ByteWriter& DecimalSigned(qint64 value);
   ByteWriter& DecimalUnsigned(quint64 value);
-  char* Room(std::size_t bytes);
 
   std::unique_ptr<char[]> data_;
   std::size_t size_ = 0;
