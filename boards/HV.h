@@ -11,7 +11,7 @@ class HV : public KorvaxBlock, public QueryHandler {
   Q_OBJECT
 
 public:
-  static constexpr qint32 MostChannels = 65536;
+  static constexpr qint32 MostChannels = 1024;
 
   /// Binds the board that "sources" names; without it only errors are answered. Without a board list the block
   /// stays without a name, too.

@@ -13,7 +13,6 @@
 #include <QtDebug>
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
@@ -40,34 +39,27 @@ void ForEachRecorder(const BlockList& blocks, Action action) {
   }
 }
 
-// Configures and starts a recording block, if its kind is enabled.
+// Starts a recording block, if its kind is enabled.
 class RunStarter {
 public:
-  RunStarter(const StorageSettings& settings, const QString& runId) : settings_(settings), runId_(runId) {}
+  RunStarter(const StorageSettings& storage, const QString& runId)
+      : storage_(storage),
+        settings_{storage.eventsPerFile, storage.wavedumpTimeInterval, storage.format, storage.filePath, runId} {}
 
-  void operator()(Oscilloscope& oscilloscope) const {
-    if (settings_.enableWave) {
-      oscilloscope.ConfigureDump(settings_.eventsPerFile, settings_.wavedumpTimeInterval, settings_.format,
-                                 settings_.filePath);
-      oscilloscope.StartDump(runId_);
-    }
-  }
-  void operator()(DataDumper& dumper) const {
-    if (settings_.enableList) {
-      dumper.ConfigureDump(settings_.eventsPerFile, settings_.format, settings_.filePath);
-      dumper.StartDump(runId_);
-    }
-  }
-  void operator()(SinkRateCounter& rates) const {
-    if (settings_.enableMcs) {
-      rates.ConfigureDump(settings_.eventsPerFile, settings_.format, settings_.filePath);
-      rates.StartDump(runId_);
-    }
-  }
+  void operator()(Oscilloscope& oscilloscope) const { Start(oscilloscope, storage_.enableWave); }
+  void operator()(DataDumper& dumper) const { Start(dumper, storage_.enableList); }
+  void operator()(SinkRateCounter& rates) const { Start(rates, storage_.enableMcs); }
 
 private:
-  const StorageSettings& settings_;
-  const QString& runId_;
+  template <typename Recorder>
+  void Start(Recorder& recorder, bool isEnabled) const {
+    if (isEnabled) {
+      recorder.StartRun(settings_);
+    }
+  }
+
+  const StorageSettings& storage_;
+  const korvax::DumpSettings settings_;
 };
 
 }  // namespace
@@ -76,55 +68,52 @@ korvax_commands::korvax_commands(QObject* parent, const ChainContext& context)
     : KorvaxBlock(QStringLiteral("commands"), false, context, parent) {}
 
 void korvax_commands::InterpretMessage(QString* data_in, QString* data_out) {
-  using Handler = QString (korvax_commands::*)(const QJsonObject&);
-  static constexpr std::array<std::pair<const char*, Handler>, 10> Commands{{
-      {"start", &korvax_commands::Start},
-      {"stop", &korvax_commands::Stop},
-      {"reset", &korvax_commands::Reset},
-      {"start_dump", &korvax_commands::StartDump},
-      {"stop_dump", &korvax_commands::StopDump},
-      {"pause_dump", &korvax_commands::PauseDump},
-      {"restart_dump", &korvax_commands::RestartDump},
-      {"get_run_info", &korvax_commands::GetRunInfo},
-      {"hv_on", &korvax_commands::HvOn},
-      {"hv_off", &korvax_commands::HvOff},
-  }};
   const QJsonObject message = QJsonDocument::fromJson(data_in->toUtf8()).object();
   const QString command = message["cmd"].toString();
-  const auto found = std::find_if(Commands.begin(), Commands.end(),
-                                  [&](const auto& entry) { return command == QLatin1String(entry.first); });
-  if (found != Commands.end()) {
-    data_out->append((this->*found->second)(message));
+  if (command == QLatin1String("start")) {
+    data_out->append(TellSource(message, &Source::Run));
+  } else if (command == QLatin1String("stop")) {
+    data_out->append(TellSource(message, &Source::Stop));
+  } else if (command == QLatin1String("start_dump")) {
+    data_out->append(StartDump(message));
+  } else if (command == QLatin1String("get_run_info")) {
+    AppendRunInfo(*data_out);
+  } else if (Obey(command)) {
+    data_out->append(korvax::answers::Success());
   }
 }
 
-Source* korvax_commands::FindSource(const QString& name) const {
+// The commands without keys or answers of their own.
+bool korvax_commands::Obey(const QString& command) const {
+  const BlockList& blocks = *Context().blocks;
+  if (command == QLatin1String("reset")) {
+    RestartAcquisition();
+  } else if (command == QLatin1String("stop_dump")) {
+    ForEachRecorder(blocks, [](auto& recorder) { recorder.StopDump(); });
+  } else if (command == QLatin1String("pause_dump")) {
+    ForEachRecorder(blocks, [](auto& recorder) { recorder.PauseDump(); });
+  } else if (command == QLatin1String("restart_dump")) {
+    ForEachRecorder(blocks, [](auto& recorder) { recorder.ReStartDump(); });
+  } else if (command == QLatin1String("hv_on")) {
+    TellHighVoltage(QStringLiteral("{\"args\":[{\"cmd\":\"hv_global_on\"}]}"));
+  } else if (command == QLatin1String("hv_off")) {
+    TellHighVoltage(QStringLiteral("{\"args\":[{\"cmd\":\"hv_global_off\"}]}"));
+  } else {
+    return false;
+  }
+  return true;
+}
+
+QString korvax_commands::TellSource(const QJsonObject& message, void (Source::*operation)()) const {
+  const QString name = message["endpoint"].toString();
   const BlockList& blocks = *Context().blocks;
   const auto found =
       std::find_if(blocks.begin(), blocks.end(), [&](const auto& block) { return block->Name() == name; });
-  return found == blocks.end() ? nullptr : qobject_cast<Source*>(found->get());
-}
-
-QString korvax_commands::Start(const QJsonObject& message) {
-  Source* const source = FindSource(message["endpoint"].toString());
+  auto* const source = found == blocks.end() ? nullptr : qobject_cast<Source*>(found->get());
   if (source == nullptr) {
     return korvax::answers::UnknownEndpoint();
   }
-  source->Run();
-  return korvax::answers::Success();
-}
-
-QString korvax_commands::Stop(const QJsonObject& message) {
-  Source* const source = FindSource(message["endpoint"].toString());
-  if (source == nullptr) {
-    return korvax::answers::UnknownEndpoint();
-  }
-  source->Stop();
-  return korvax::answers::Success();
-}
-
-QString korvax_commands::Reset(const QJsonObject& /*message*/) {
-  RestartAcquisition();
+  (source->*operation)();
   return korvax::answers::Success();
 }
 
@@ -136,7 +125,7 @@ void korvax_commands::RestartAcquisition() const {
   });
 }
 
-QString korvax_commands::StartDump(const QJsonObject& message) {
+QString korvax_commands::StartDump(const QJsonObject& message) const {
   const QString runId = message["run_id"].toString();
   const StorageSettings settings = StorageSettings::Load(Context().configurationPath);
   const QString folder = settings.filePath + QLatin1Char('/') + runId;
@@ -151,47 +140,22 @@ QString korvax_commands::StartDump(const QJsonObject& message) {
   return korvax::answers::Success();
 }
 
-QString korvax_commands::StopDump(const QJsonObject& /*message*/) {
-  ForEachRecorder(*Context().blocks, [](auto& recorder) { recorder.StopDump(); });
-  return korvax::answers::Success();
-}
-
-QString korvax_commands::PauseDump(const QJsonObject& /*message*/) {
-  ForEachRecorder(*Context().blocks, [](auto& recorder) { recorder.PauseDump(); });
-  return korvax::answers::Success();
-}
-
-QString korvax_commands::RestartDump(const QJsonObject& /*message*/) {
-  ForEachRecorder(*Context().blocks, [](auto& recorder) { recorder.ReStartDump(); });
-  return korvax::answers::Success();
-}
-
-QString korvax_commands::GetRunInfo(const QJsonObject& /*message*/) {
-  QString answer = QStringLiteral("[");
+void korvax_commands::AppendRunInfo(QString& out) const {
   const char* separator = "";
-  ForEach<DataDumper>(*Context().blocks, [&](DataDumper& dumper) {
-    answer.append(QLatin1String(separator));
-    dumper.GetRunInfo(&answer);
+  out.append(QLatin1Char('['));
+  ForEach<DataDumper>(*Context().blocks, [&](const DataDumper& dumper) {
+    out.append(QLatin1String(separator));
+    dumper.GetRunInfo(&out);
     separator = ",";
   });
-  return answer + QLatin1Char(']');
+  out.append(QLatin1Char(']'));
 }
 
-QString korvax_commands::HvOn(const QJsonObject& /*message*/) {
-  SwitchHighVoltage(QStringLiteral("{\"args\":[{\"cmd\":\"hv_global_on\"}]}"));
-  return korvax::answers::Success();
-}
-
-QString korvax_commands::HvOff(const QJsonObject& /*message*/) {
-  SwitchHighVoltage(QStringLiteral("{\"args\":[{\"cmd\":\"hv_global_off\"}]}"));
-  return korvax::answers::Success();
-}
-
-void korvax_commands::SwitchHighVoltage(const QString& command) const {
+void korvax_commands::TellHighVoltage(const QString& message) const {
   for (const auto& block : *Context().blocks) {
     auto* const handler = dynamic_cast<QueryHandler*>(block.get());
     if (handler != nullptr && block->BlockType() == QLatin1String("hv")) {
-      QString query = command;
+      QString query = message;
       QString ignored;
       handler->InterpretMessage(&query, &ignored);
     }

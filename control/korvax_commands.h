@@ -20,19 +20,11 @@ public slots:
   void InterpretMessage(QString* data_in, QString* data_out) override;
 
 private:
-  /// Null when the first block of that name is no source, or there is none.
-  Source* FindSource(const QString& name) const;
-  QString Start(const QJsonObject& message);
-  QString Stop(const QJsonObject& message);
-  QString Reset(const QJsonObject& message);
-  QString StartDump(const QJsonObject& message);
-  QString StopDump(const QJsonObject& message);
-  QString PauseDump(const QJsonObject& message);
-  QString RestartDump(const QJsonObject& message);
-  QString GetRunInfo(const QJsonObject& message);
-  QString HvOn(const QJsonObject& message);
-  QString HvOff(const QJsonObject& message);
-
+  bool Obey(const QString& command) const;
+  /// The first block of the name in the message must be a source.
+  QString TellSource(const QJsonObject& message, void (Source::*operation)()) const;
+  QString StartDump(const QJsonObject& message) const;
   void RestartAcquisition() const;
-  void SwitchHighVoltage(const QString& command) const;
+  void AppendRunInfo(QString& out) const;
+  void TellHighVoltage(const QString& message) const;
 };

@@ -1,12 +1,11 @@
 #include "framework/QueryArgs.h"
 
 #include <QJsonDocument>
-#include <QJsonObject>
 
 namespace korvax {
 
 QueryArgs::QueryArgs(const QString& message)
-    : elements_(QJsonDocument::fromJson(message.toUtf8()).object()["args"].toArray()) {}
+    : message_(QJsonDocument::fromJson(message.toUtf8()).object()), elements_(message_.value("args").toArray()) {}
 
 QString QueryArgs::Text(const char* key) const {
   for (int i = elements_.size() - 1; i >= 0; --i) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QString>
 
 namespace korvax {
@@ -10,6 +11,8 @@ class QueryArgs {
 public:
   explicit QueryArgs(const QString& message);
 
+  /// The whole message; empty for a text that is no JSON object.
+  const QJsonObject& Message() const { return message_; }
   const QJsonArray& Elements() const { return elements_; }
 
   /// What the last element that has `key` gives for it: its text, or empty when it is no text there. Empty when
@@ -17,6 +20,7 @@ public:
   QString Text(const char* key) const;
 
 private:
+  QJsonObject message_;
   QJsonArray elements_;
 };
 

@@ -7,12 +7,11 @@
 DataDumper::DataDumper(QObject* parent, const ChainContext& context, const QJsonValue& block)
     : KorvaxBlock(QStringLiteral("dumper"), true, context, parent) {
   ReadCommonKeys(block);
+  ParseParameters(block);
   const PinInput& input = AddInput();
   connect(&input, &PinInput::DataReady, this, &DataDumper::NewDataInTheInputPin);
   worker_ = std::make_unique<DataDumper_Thread>(Inputs(), Name());
-  if (ParseParameters(block)) {
-    worker_->start(korvax::StreamPriority);
-  }
+  worker_->start(korvax::StreamPriority);
 }
 
 DataDumper::~DataDumper() {
@@ -42,7 +41,7 @@ void DataDumper::InterpretMessage(QString* data_in, QString* data_out) {
 
 void DataDumper::AppendCounts(QString& out) const {
   const korvax::RunStatistics statistics = worker_->Statistics();
-  korvax::AppendDumpCounts(worker_->Control().Counts(),
+  korvax::AppendDumpCounts(worker_->Control(),
                            QStringLiteral(",\"run_start\":%1,\"paused_running_time\":%2")
                                .arg(statistics.runStart)
                                .arg(statistics.pausedRunningTime),
@@ -50,15 +49,19 @@ void DataDumper::AppendCounts(QString& out) const {
 }
 
 void DataDumper::ConfigureDump(int dump_events, const QString& file_type, const QString& file_path) {
-  worker_->Control().Set([&](korvax::DumpSettings& settings) {
-    settings.eventsPerFile = dump_events;
-    settings.fileType = file_type;
-    settings.filePath = file_path;
-  });
+  worker_->Control().Set(
+      [&](korvax::DumpSettings& settings) { settings.Configure(dump_events, file_type, file_path); });
 }
 
 void DataDumper::StartDump(const QString& run_id) {
-  worker_->StartRun(run_id);
+  worker_->StartRun([&](korvax::DumpSettings& settings) { settings.runId = run_id; });
+}
+
+void DataDumper::StartRun(const korvax::DumpSettings& settings) {
+  worker_->StartRun([&](korvax::DumpSettings& current) {
+    current.Configure(settings.eventsPerFile, settings.fileType, settings.filePath);
+    current.runId = settings.runId;
+  });
 }
 
 void DataDumper::StopDump() {
@@ -74,7 +77,7 @@ void DataDumper::ReStartDump() {
 }
 
 // Kept: the run id stands there without quotes, as programs that read numeric ids expect it.
-void DataDumper::GetRunInfo(QString* out) {
+void DataDumper::GetRunInfo(QString* out) const {
   const korvax::RunStatistics statistics = worker_->Statistics();
   const korvax::DumpControl& control = worker_->Control();
   out->append(QStringLiteral("{\"status\":") + QString::number(static_cast<int>(control.Status())));

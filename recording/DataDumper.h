@@ -14,6 +14,9 @@ public:
 
   void StopWorker() override;
 
+  /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
+  void StartRun(const korvax::DumpSettings& settings);
+
 public slots:
   void NewDataInTheInputPin(int FifoLevel);
   /// Messages that wait in the input pin.
@@ -25,7 +28,7 @@ public slots:
   void StopDump();
   void PauseDump();
   /// Appends the run information, one JSON object.
-  void GetRunInfo(QString* out);
+  void GetRunInfo(QString* out) const;
   /// Goes on recording; the counts are kept.
   void ReStartDump();
 

@@ -1,22 +1,21 @@
 #include "recording/DataDumper_Thread.h"
 
-DataDumper_Thread::DataDumper_Thread(const KorvaxBlock::InputPins& inputs, const QString& blockName)
+DataDumper_Thread::DataDumper_Thread(const KorvaxBlock::InputPins& inputs, const QString& blockName,
+                                     const korvax::Clock& clock)
     : WorkerThread(inputs),
+      clock_(clock),
       control_(*inputs.front(), {.runId = QStringLiteral("0")}),
-      recorder_(blockName, control_, statistics_) {}
-
-void DataDumper_Thread::StartRun(const QString& runId) {
-  control_.StartRun(runId, [this] { statistics_ = {.runStart = korvax::Clock::System().SecondsSinceEpoch()}; });
-}
+      recorder_(blockName, control_, statistics_, clock) {}
 
 void DataDumper_Thread::Pause() {
-  control_.SetStatus(korvax::DumpStatus::Paused);
-  control_.Locked([this] { statistics_.pausedRunningTime = static_cast<qint64>(statistics_.runningTime); });
+  control_.SetStatus(korvax::DumpStatus::Paused, [this](korvax::DumpSettings&) {
+    statistics_.pausedRunningTime = static_cast<qint64>(statistics_.runningTime);
+  });
 }
 
 void DataDumper_Thread::ReStart() {
-  control_.SetStatus(korvax::DumpStatus::Recording);
-  control_.Locked([this] { statistics_.runStart = korvax::Clock::System().SecondsSinceEpoch(); });
+  control_.SetStatus(korvax::DumpStatus::Recording,
+                     [this](korvax::DumpSettings&) { statistics_.runStart = clock_.SecondsSinceEpoch(); });
 }
 
 korvax::RunStatistics DataDumper_Thread::Statistics() const {
@@ -26,8 +25,7 @@ korvax::RunStatistics DataDumper_Thread::Statistics() const {
 }
 
 void DataDumper_Thread::Consume(DataMessage&& message) {
+  static const PayloadBatch empty;
   const auto batch = std::move(message.batch);
-  if (batch != nullptr) {
-    recorder_.Take(*batch);
-  }
+  recorder_.Take(batch == nullptr ? empty : *batch);
 }

@@ -6,12 +6,20 @@
 /// Records a run's events. The order to it, and what it reports, go through Control.
 class DataDumper_Thread final : public korvax::WorkerThread {
 public:
-  DataDumper_Thread(const KorvaxBlock::InputPins& inputs, const QString& blockName);
+  /// The pins and the clock outlive the worker.
+  DataDumper_Thread(const KorvaxBlock::InputPins& inputs, const QString& blockName,
+                    const korvax::Clock& clock = korvax::Clock::System());
 
   korvax::DumpControl& Control() { return control_; }
 
   // Main thread.
-  void StartRun(const QString& runId);
+  template <typename Change>
+  void StartRun(Change change) {
+    control_.StartRun([&](korvax::DumpSettings& settings) {
+      change(settings);
+      statistics_ = {.runStart = clock_.SecondsSinceEpoch()};
+    });
+  }
   void Pause();
   void ReStart();
   korvax::RunStatistics Statistics() const;
@@ -21,6 +29,7 @@ protected:
   void Finish() override { recorder_.Finish(); }
 
 private:
+  const korvax::Clock& clock_;
   korvax::DumpControl control_;
   korvax::RunStatistics statistics_;  // guarded by control_
   korvax::ListRecorder recorder_;     // worker

@@ -1,5 +1,7 @@
 #include "recording/DumpControl.h"
 
+#include <utility>
+
 namespace korvax {
 
 DumpControl::DumpControl(const PinInput& input, DumpSettings initial) : input_(input) {
@@ -25,41 +27,56 @@ DumpCounts DumpControl::Counts() const {
   return counts;
 }
 
-void DumpControl::SetStatus(DumpStatus status) {
+DumpOrder DumpControl::TakeOrder(quint64 records) {
   const Lock lock(mutex_);
-  ChangeStatus(status);
+  CountUnrecorded(records);
+  DumpOrder order = order_;
+  order_.begun = false;
+  order_.stopped = false;
+  return order;
 }
 
-DumpOrder DumpControl::Order() const {
-  const Lock lock(mutex_);
-  return order_;
+void DumpControl::CountUnrecorded(quint64 records) {
+  if (order_.status == DumpStatus::Paused) {
+    counts_.discarded += records;
+  } else if (order_.status == DumpStatus::Stopped && failing_) {
+    counts_.failed += records;
+  } else if (order_.status == DumpStatus::Stopped && waitingAtStop_ > 0) {
+    --waitingAtStop_;
+    counts_.discarded += records;
+  }
 }
 
 void DumpControl::StopAfterFailure(const DumpOrder& order) {
   const Lock lock(mutex_);
-  if (order.runs == order_.runs) {
+  if (order.runs == order_.runs && order.stops == order_.stops) {
     ChangeStatus(DumpStatus::Stopped);
+    failing_ = true;
   }
 }
 
-void DumpControl::BeginRun(const QString& runId) {
-  order_.settings.runId = runId;
+void DumpControl::BeginRun() {
   ChangeStatus(DumpStatus::Recording);
   ++order_.runs;
+  order_.begun = true;
   counts_ = {};
   droppedMark_ = input_.DroppedRecords();
 }
 
 void DumpControl::ChangeStatus(DumpStatus status) {
+  const bool wasStopped = order_.status == DumpStatus::Stopped;
+  const bool isStopped = status == DumpStatus::Stopped;
   const quint64 dropped = input_.DroppedRecords();
-  if (order_.status == DumpStatus::Stopped) {
+  if (wasStopped) {
     droppedMark_ = dropped;
   }
-  if (status == DumpStatus::Stopped) {
+  if (isStopped) {
     ++order_.stops;
+    order_.stopped = true;
     counts_.dropped += dropped - droppedMark_;
-    droppedMark_ = dropped;
+    waitingAtStop_ = wasStopped ? waitingAtStop_ : input_.Level();
   }
+  failing_ = false;
   order_.status = status;
 }
 

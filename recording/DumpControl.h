@@ -2,51 +2,44 @@
 
 #include "framework/Lock.h"
 #include "framework/PinInput.h"
+#include "recording/DumpSettings.h"
 
-#include <QString>
+#include <concepts>
 
 namespace korvax {
 
 /// The numbers that clients see.
 enum class DumpStatus : int { Stopped = 0, Recording = 1, Paused = 2 };
 
-/// What a client or run control may set. A worker takes it as a whole, so that no file is named from half of an
-/// old and half of a new setting.
-struct DumpSettings {
-  qint32 eventsPerFile = 0;
-  qint32 dumpTime = 0;    ///< ms between recorded waves; no other recorder uses it
-  QString fileType = {};  ///< "BIN", "CSV" or "JSON"; recorders answer for other texts
-  QString filePath = {};  ///< the storage root
-  QString runId = {};     ///< the run's folder in it
-};
-
-/// What became of the records of a run. A record stands in one of the four.
-struct DumpCounts {
-  quint64 recorded = 0;     ///< written; the ones that were given up later too
-  quint64 discarded = 0;    ///< arrived in a pause, or left out as designed
-  quint64 failed = 0;       ///< could not be written
-  quint64 dropped = 0;      ///< refused by the full queue in front of the block
-  quint64 overwritten = 0;  ///< of those recorded: in a file that was opened again for the next ones
-};
-
-/// What a worker works by while it has one container in hand.
+/// What a worker works by while it has one message in hand.
 struct DumpOrder {
   DumpStatus status = DumpStatus::Stopped;
-  quint64 runs = 0;   ///< how often a run was started
-  quint64 stops = 0;  ///< how often recording was stopped: a stop takes effect even when a start follows at once
+  bool begun = false;    ///< a run was started since the order before
+  bool stopped = false;  ///< recording was stopped since the order before, even when it goes on by now
+  quint64 runs = 0;      ///< how often a run was started, ever
+  quint64 stops = 0;     ///< how often recording was stopped, ever
   DumpSettings settings;
 };
 
-/// The switch of a recording block: the main thread orders, the worker obeys. Statistics that a block keeps beside
-/// it change under the same lock, through Locked and IfCurrent. Any thread unless said otherwise.
+/// The switch of a recording block: the main thread orders, the worker obeys. What a block keeps beside it,
+/// statistics for instance, changes under the same lock: in the functions given to its operations.
 class DumpControl {
 public:
   /// The pin outlives the control.
   DumpControl(const PinInput& input, DumpSettings initial);
 
+  // Any thread.
   DumpStatus Status() const;
   DumpSettings Settings() const;
   DumpCounts Counts() const;
+  /// Runs `read` under the lock.
+  template <typename Read>
+  void Locked(Read read) const {
+    const Lock lock(mutex_);
+    read();
+  }
+
+  // Main thread.
 
   /// `change` gets the settings to write to, all of them at once.
   template <typename Change>
@@ -54,58 +47,66 @@ public:
     const Lock lock(mutex_);
     change(order_.settings);
   }
-
-  /// Begins a run: counts from 0, recording. `reset` runs under the lock.
-  template <typename Reset>
-  void StartRun(const QString& runId, Reset reset) {
-    const Lock lock(mutex_);
-    BeginRun(runId);
-    reset();
-  }
-
-  void StartRun(const QString& runId) {
-    StartRun(runId, [] {});
-  }
-
   /// Recording, paused or stopped, within the run.
-  void SetStatus(DumpStatus status);
+  template <typename Change>
+  void SetStatus(DumpStatus status, Change change) {
+    const Lock lock(mutex_);
+    change(order_.settings);
+    ChangeStatus(status);
+  }
+  void SetStatus(DumpStatus status) {
+    SetStatus(status, [](DumpSettings&) {});
+  }
+  /// Begins a run: recording, counts from 0. `change` gets the settings, so that a run that is started over
+  /// another never mixes the two.
+  template <std::invocable<DumpSettings&> Change>
+  void StartRun(Change change) {
+    const Lock lock(mutex_);
+    change(order_.settings);
+    BeginRun();
+  }
+  void StartRun(const QString& runId) {
+    StartRun([&](DumpSettings& settings) { settings.runId = runId; });
+  }
 
-  /// What counts for the next container. Worker.
-  DumpOrder Order() const;
+  // Worker.
+
+  /// The order for a message of so many records; those that are not to be recorded it counts. Once for every
+  /// message, empty ones included.
+  DumpOrder TakeOrder(quint64 records);
 
   /// Adds to the counts and runs `more` under the lock, unless a run was started since the order was taken: what
-  /// was done for the old run isn't part of the new. Worker.
+  /// was done for the old run isn't part of the new. Whether it did.
   template <typename More>
-  void Count(const DumpOrder& order, const DumpCounts& counts, More more) {
+  bool Count(const DumpOrder& order, const DumpCounts& counts, More more) {
     const Lock lock(mutex_);
-    if (order.runs == order_.runs) {
+    const bool isCurrent = order.runs == order_.runs;
+    if (isCurrent) {
       Add(counts);
       more();
     }
+    return isCurrent;
   }
   void Count(const DumpOrder& order, const DumpCounts& counts) {
     Count(order, counts, [] {});
   }
 
-  /// Stops recording, unless a run was started since the order was taken. Worker.
+  /// Stops recording, unless it was stopped or a run was started since the order was taken. What arrives until the
+  /// next start counts as failed.
   void StopAfterFailure(const DumpOrder& order);
 
-  /// Runs `action` under the lock.
-  template <typename Action>
-  void Locked(Action action) const {
-    const Lock lock(mutex_);
-    action();
-  }
-
 private:
-  void BeginRun(const QString& runId);
+  void BeginRun();
   void ChangeStatus(DumpStatus status);
+  void CountUnrecorded(quint64 records);
   void Add(const DumpCounts& counts);
 
   const PinInput& input_;
   mutable QMutex mutex_;
   DumpOrder order_;          // this and all below: guarded by mutex_
   DumpCounts counts_;        // dropped: up to the last stop
+  bool failing_ = false;     // recording has stopped by itself
+  int waitingAtStop_ = 0;    // messages that waited when recording was stopped, and still do
   quint64 droppedMark_ = 0;  // what the pin had dropped when recording began
 };
 

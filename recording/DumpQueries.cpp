@@ -48,10 +48,13 @@ bool AnswerDumpQuery(const QString& command, const QJsonObject& message, DumpCon
   return false;
 }
 
-void AppendDumpCounts(const DumpCounts& counts, const QString& more, QString& out) {
+void AppendDumpCounts(const DumpControl& control, const QString& more, QString& out) {
+  const DumpCounts counts = control.Counts();
   const QString text = QStringLiteral(
-      "[{\"response\": true,\"recorded\":%1,\"discarded\":%2,\"failed\":%3,\"dropped\":%4,\"overwritten\":%5");
-  out.append(text.arg(counts.recorded)
+      "[{\"response\": true,\"status\":%1,\"recorded\":%2,\"discarded\":%3,\"failed\":%4,\"dropped\":%5,"
+      "\"overwritten\":%6");
+  out.append(text.arg(static_cast<int>(control.Status()))
+                 .arg(counts.recorded)
                  .arg(counts.discarded)
                  .arg(counts.failed)
                  .arg(counts.dropped)

@@ -10,8 +10,8 @@ namespace korvax {
 /// false, with nothing done, when `command` is none.
 bool AnswerDumpQuery(const QString& command, const QJsonObject& message, DumpControl& control, QString& out);
 
-/// Answers "get_dump_counts": what became of the records of the run, with `more`, further members that each begin
-/// with a comma, at the end.
-void AppendDumpCounts(const DumpCounts& counts, const QString& more, QString& out);
+/// Answers "get_dump_counts": the status, and what became of the records of the run; with `more`, further members
+/// that each begin with a comma, at the end.
+void AppendDumpCounts(const DumpControl& control, const QString& more, QString& out);
 
 }  // namespace korvax

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "framework/ByteWriter.h"
-#include "framework/Clock.h"
 #include "framework/PayloadBatch.h"
-#include "recording/DumpControl.h"
-#include "recording/RunFile.h"
+#include "recording/RunRecorder.h"
 #include "recording/StatFile.h"
 
 namespace korvax {
@@ -19,45 +16,35 @@ struct RunStatistics {
   qint64 pausedRunningTime = 0;  ///< s, whole, at the last pause
 };
 
-/// Writes the records of containers to list files, by events per file, and a line of statistics about once a
-/// second. Needs no thread of its own; one thread at a time.
-class ListRecorder {
+/// Writes the records of messages to list files, by events per file, and a line of statistics about once a second.
+class ListRecorder final : public RunRecorder {
 public:
   /// All outlive the recorder; the statistics are guarded by the control.
   ListRecorder(const QString& blockName, DumpControl& control, RunStatistics& statistics,
                const Clock& clock = Clock::System());
 
-  /// One container, by the order that holds now.
+  /// One message's batch, by the order that holds now.
   void Take(const PayloadBatch& batch);
 
-  /// Closes what is open.
-  void Finish();
-
 private:
-  void EndRun();
-  void Record(const PayloadBatch& batch, const DumpOrder& order);
-  bool PrepareFile(const QString& base, const DumpOrder& order, FileForm form);
-  bool RollOver(const QString& base, const DumpOrder& order, FileForm form);
-  bool OpenFile(const QString& base, FileForm form);
-  bool Append(const PayloadBatch& batch, FileForm form, qint64& events);
-  void Report(const QString& base, const DumpOrder& order, quint64 records, qint64 events);
-  void UpdateRate(const QString& base, const DumpOrder& order, qint64 events, StatLine line);
+  struct Appended {
+    qint64 events = 0;    // that the batch stands for
+    quint64 written = 0;  // records
+    quint64 leftOut = 0;  // records that have no form in the file
+  };
 
-  const QString blockName_;
-  DumpControl& control_;
+  void Record(const PayloadBatch& batch, const DumpOrder& order);
+  bool PrepareFile(const DumpOrder& order, qint64 index, FileForm form);
+  bool RollOver(const DumpOrder& order, qint64 index, FileForm form);
+  bool OpenListFile(const DumpOrder& order, qint64 index, FileForm form);
+  Appended Append(const PayloadBatch& batch, FileForm form);
+  void Report(const DumpOrder& order, qint64 index, const Appended& appended);
+  void UpdateRate(const DumpOrder& order, qint64 index, qint64 events, StatLine line);
+
   RunStatistics& statistics_;
-  const Clock& clock_;
   StopWatch runTimer_;
   StopWatch rateTimer_;
-
-  RunFile file_;
-  ByteWriter buffer_;
-  quint64 stopsSeen_ = 0;
-  bool fileOpenNeeded_ = true;  // until the first record of a file
   bool statHeaderDue_ = false;
-  qint64 fileIndex_ = 0;
-  qint64 eventsInFile_ = 0;
-  quint64 recordsInFile_ = 0;
   qint64 eventsSinceRate_ = 0;
 };
 

@@ -7,50 +7,38 @@
 namespace korvax {
 
 RateRecorder::RateRecorder(const QString& blockName, DumpControl& control, const Clock& clock)
-    : blockName_(blockName), control_(control), clock_(clock), runTimer_(clock) {}
+    : RunRecorder(blockName, control, clock), runTimer_(clock) {}
 
-void RateRecorder::Take(std::span<const KorvaxPayload_RateCounters* const> records) {
-  const DumpOrder order = control_.Order();
-  if (order.stops != stopsSeen_) {
-    stopsSeen_ = order.stops;
-    Finish();
-  }
-  if (order.status == DumpStatus::Recording) {
+void RateRecorder::Take(std::span<const RateHistory::Record> records) {
+  const DumpOrder order = TakeOrder(records.size());
+  if (order.status == DumpStatus::Recording && !records.empty()) {
     Record(records, order);
-  } else if (order.status == DumpStatus::Paused) {
-    control_.Count(order, {.discarded = records.size()});
   }
 }
 
-void RateRecorder::Finish() {
-  file_.Close();
-  fileOpenNeeded_ = true;
-}
-
-void RateRecorder::Record(std::span<const KorvaxPayload_RateCounters* const> records, const DumpOrder& order) {
+void RateRecorder::Record(std::span<const RateHistory::Record> records, const DumpOrder& order) {
   const FileForm form = FileFormOf(order.settings.fileType);
-  buffer_.Clear();
   if (fileOpenNeeded_) {
-    OpenFile(order.settings, form);
+    OpenRateFile(order, form);
   }
-  for (const KorvaxPayload_RateCounters* record : records) {
-    Append(*record, form);
-  }
-  if (file_.Write(buffer_.View())) {
-    control_.Count(order, {.recorded = records.size()});
+  if (!file_.IsOpen()) {
+    control_.Count(order, {.failed = records.size()});
     return;
   }
-  control_.Count(order, {.failed = records.size()});
-  if (file_.IsOpen()) {
-    LogWriteFailure(file_);
-    control_.StopAfterFailure(order);
+  buffer_.Clear();
+  for (const RateHistory::Record& record : records) {
+    Append(*record, form);
+  }
+  const quint64 written = form == FileForm::Unknown ? 0 : records.size();
+  if (WriteBuffer(order, written)) {
+    control_.Count(order, {.recorded = written, .discarded = records.size() - written});
   }
 }
 
 // Kept: a file that can't be opened is tried once; the records are lost until recording is stopped and started.
-void RateRecorder::OpenFile(const DumpSettings& settings, FileForm form) {
+void RateRecorder::OpenRateFile(const DumpOrder& order, FileForm form) {
   const QString extension = form == FileForm::Unknown ? QStringLiteral(".dat") : ExtensionOf(form);
-  const QString path = RunFileBase(settings, blockName_, 0) + extension;
+  const QString path = FileBase(order, fileIndex_) + extension;
   ByteWriter head;
   if (form == FileForm::Binary) {
     rates::AppendBinaryHead(clock_.SecondsSinceEpoch(), head);
@@ -59,7 +47,7 @@ void RateRecorder::OpenFile(const DumpSettings& settings, FileForm form) {
   }
   fileOpenNeeded_ = false;
   qInfo() << "Opening RATE dumper: " << path;
-  if (!file_.Open(path, form, head.View())) {
+  if (OpenFile(order, path, form, head.View()) != RunFile::Result::Open) {
     qWarning() << "Cannot open file:" << path;
   }
   runTimer_.Start();

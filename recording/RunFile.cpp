@@ -1,19 +1,9 @@
 #include "recording/RunFile.h"
 
-#include <QtDebug>
-
 #include <sys/stat.h>
+#include <cerrno>
 
 namespace korvax {
-
-namespace {
-
-bool IsRemoved(const QFile& file) {
-  struct stat status = {};
-  return fstat(file.handle(), &status) == 0 && status.st_nlink == 0;
-}
-
-}  // namespace
 
 FileForm FileFormOf(const QString& fileType) {
   if (fileType == QLatin1String("BIN")) {
@@ -44,29 +34,30 @@ QString RunFileBase(const DumpSettings& settings, const QString& blockName, qint
          QString::number(index);
 }
 
-bool RunFile::Open(const QString& path, FileForm form, std::string_view head) {
-  Close();
+bool IsPath(const QString& text) {
+  return !text.contains(QChar(0));
+}
+
+RunFile::Result RunFile::Open(const QString& path, FileForm form, std::string_view head) {
+  if (!IsPath(path)) {
+    problem_ = qt_error_string(EINVAL);
+    return Result::CannotOpen;
+  }
   file_.setFileName(path);
   form_ = form;
   if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
     problem_ = file_.errorString();
-    return false;
+    return Result::CannotOpen;
   }
+  overwritten_ += records_.take(path);
   if (!Write(form == FileForm::Json ? "[" : head)) {
     file_.close();
-    return false;
+    return Result::CannotWrite;
   }
-  return true;
+  return Result::Open;
 }
 
-void RunFile::Close() {
-  if (file_.isOpen() && form_ == FileForm::Json) {
-    Write("]");
-  }
-  file_.close();
-}
-
-bool RunFile::Write(std::string_view bytes) {
+bool RunFile::Write(std::string_view bytes, quint64 records) {
   if (!file_.isOpen()) {
     return false;
   }
@@ -76,21 +67,40 @@ bool RunFile::Write(std::string_view bytes) {
     if (written <= 0) {
       problem_ = file_.errorString();
       file_.resize(before);
-      file_.seek(before);
       return false;
     }
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
-  if (IsRemoved(file_)) {
-    problem_ = QStringLiteral("the file was removed");
+  if (IsRemoved()) {
     return false;
+  }
+  if (records != 0) {
+    records_[file_.fileName()] += records;
   }
   return true;
 }
 
-void LogWriteFailure(const RunFile& file) {
-  qInfo() << "Unable to write file" << file.Path() << "at byte" << file.Size() << ":" << file.Problem()
-          << ". Recording stopped, acquisition goes on. Mend it and start a new run.";
+bool RunFile::IsRemoved() {
+  struct stat status = {};
+  const bool removed = fstat(file_.handle(), &status) == 0 && status.st_nlink == 0;
+  if (removed) {
+    problem_ = QStringLiteral("the file was removed");
+  }
+  return removed;
+}
+
+bool RunFile::Close() {
+  if (!file_.isOpen()) {
+    return true;
+  }
+  const bool ended = form_ == FileForm::Json ? Write("]") : !IsRemoved();
+  file_.unsetError();
+  file_.close();
+  if (file_.error() != QFileDevice::NoError) {
+    problem_ = file_.errorString();
+    return false;
+  }
+  return ended;
 }
 
 }  // namespace korvax

@@ -62,7 +62,7 @@ void AppendHistory(const std::vector<korvax::RateHistory::Record>& records, QStr
 SinkRateCounter::SinkRateCounter(QObject* parent, const ChainContext& context, const QJsonValue& block)
     : KorvaxBlock(QStringLiteral("rate_counters_sink"), true, context, parent) {
   ReadCommonKeys(block);
-  const bool parsed = ParseParameters(block);
+  ParseParameters(block);
   if (historyDepth_ > DeepestHistory) {
     SetFault(
         QStringLiteral("\"history_depth\": expected at most %1; found %2").arg(DeepestHistory).arg(historyDepth_));
@@ -71,9 +71,7 @@ SinkRateCounter::SinkRateCounter(QObject* parent, const ChainContext& context, c
   connect(&input, &PinInput::DataReady, this, &SinkRateCounter::NewDataInTheInputPin);
   worker_ = std::make_unique<SinkRateCounter_Thread>(Inputs(), Name(),
                                                      static_cast<std::size_t>(std::max(historyDepth_, 0)));
-  if (parsed) {
-    worker_->start(korvax::StreamPriority);
-  }
+  worker_->start(korvax::StreamPriority);
 }
 
 SinkRateCounter::~SinkRateCounter() {
@@ -83,10 +81,16 @@ SinkRateCounter::~SinkRateCounter() {
 bool SinkRateCounter::ParseParameters(const QJsonValue& block) {
   korvax::ApplyParameters(
       block,
-      {{QLatin1String("channel_map"),
-        [this](const QJsonValue& value) { channelMap_ = value.toVariant().toStringList(); }},
+      {{QLatin1String("channel_map"), [this](const QJsonValue& value) { SetChannelMap(value.toArray()); }},
        {QLatin1String("history_depth"), [this](const QJsonValue& value) { historyDepth_ = value.toInt(); }}});
   return true;
+}
+
+void SinkRateCounter::SetChannelMap(const QJsonArray& names) {
+  channelMap_.clear();
+  for (const QJsonValue& name : names) {
+    channelMap_ << name.toString();
+  }
 }
 
 void SinkRateCounter::StopWorker() {
@@ -112,37 +116,24 @@ void SinkRateCounter::InterpretMessage(QString* data_in, QString* data_out) {
   } else if (command == QLatin1String("get_channel_map")) {
     AppendChannelMap(*data_out);
   } else if (command == QLatin1String("get_dump_counts")) {
-    korvax::AppendDumpCounts(worker_->Control().Counts(), QString(), *data_out);
-  } else if (ControlDump(command, QJsonDocument::fromJson(data_in->toUtf8()).object())) {
-    data_out->append(korvax::answers::Success());
+    korvax::AppendDumpCounts(worker_->Control(), QString(), *data_out);
+  } else {
+    ControlDump(command, args.Message(), *data_out);
   }
 }
 
 // The values stand at the top level of the message, unlike the command.
-bool SinkRateCounter::ControlDump(const QString& command, const QJsonObject& message) {
+void SinkRateCounter::ControlDump(const QString& command, const QJsonObject& message, QString& out) {
   korvax::DumpControl& control = worker_->Control();
-  if (command == QLatin1String("set_dump_type")) {
-    control.Set([&](korvax::DumpSettings& settings) { settings.fileType = message["file_type"].toString(); });
-  } else if (command == QLatin1String("set_dump_path")) {
-    control.Set([&](korvax::DumpSettings& settings) { settings.filePath = message["file_path"].toString(); });
-  } else if (command == QLatin1String("start_dump")) {
-    StartByQuery(message["run_id"].toString());
-  } else if (command == QLatin1String("stop_dump")) {
-    StopDump();
-  } else if (command == QLatin1String("pause_dump")) {
-    PauseDump();
-  } else {
-    return false;
+  if (command == QLatin1String("start_dump")) {
+    const QString runId = message["run_id"].toString();
+    control.SetStatus(korvax::DumpStatus::Recording, [&](korvax::DumpSettings& settings) {
+      settings.runId = runId.isEmpty() ? settings.runId : runId;
+    });
+    out.append(korvax::answers::Success());
+  } else if (command != QLatin1String("set_dump_events") && command != QLatin1String("set_dump_time")) {
+    korvax::AnswerDumpQuery(command, message, control, out);
   }
-  return true;
-}
-
-void SinkRateCounter::StartByQuery(const QString& runId) {
-  korvax::DumpControl& control = worker_->Control();
-  if (!runId.isEmpty()) {
-    control.Set([&](korvax::DumpSettings& settings) { settings.runId = runId; });
-  }
-  control.SetStatus(korvax::DumpStatus::Recording);
 }
 
 void SinkRateCounter::AppendData(const QString& source, QString& out) const {
@@ -159,15 +150,17 @@ void SinkRateCounter::AppendChannelMap(QString& out) const {
 }
 
 void SinkRateCounter::ConfigureDump(int dump_events, const QString& file_type, const QString& file_path) {
-  worker_->Control().Set([&](korvax::DumpSettings& settings) {
-    settings.eventsPerFile = dump_events;
-    settings.fileType = file_type;
-    settings.filePath = file_path;
-  });
+  worker_->Control().Set(
+      [&](korvax::DumpSettings& settings) { settings.Configure(dump_events, file_type, file_path); });
 }
 
 void SinkRateCounter::StartDump(const QString& run_id) {
   worker_->Control().StartRun(run_id);
+  qInfo() << "Starting RATE dumper";
+}
+
+void SinkRateCounter::StartRun(const korvax::DumpSettings& settings) {
+  worker_->Control().StartRun([&](korvax::DumpSettings& current) { current = settings; });
   qInfo() << "Starting RATE dumper";
 }
 

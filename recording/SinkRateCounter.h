@@ -12,7 +12,7 @@ class SinkRateCounter : public KorvaxBlock, public QueryHandler {
 
 public:
   /// "history_depth" may be at most this.
-  static constexpr qint32 DeepestHistory = 1'000'000;
+  static constexpr qint32 DeepestHistory = 100'000;
 
   SinkRateCounter(QObject* parent, const ChainContext& context, const QJsonValue& block);
   ~SinkRateCounter() override;
@@ -21,6 +21,9 @@ public:
   /// true.
   bool ParseParameters(const QJsonValue& block) override;
   void StopWorker() override;
+
+  /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
+  void StartRun(const korvax::DumpSettings& settings);
 
 public slots:
   void NewDataInTheInputPin(int FifoLevel);
@@ -35,8 +38,8 @@ public slots:
   void ReStartDump();
 
 private:
-  bool ControlDump(const QString& command, const QJsonObject& message);
-  void StartByQuery(const QString& runId);
+  void SetChannelMap(const QJsonArray& names);
+  void ControlDump(const QString& command, const QJsonObject& message, QString& out);
   void AppendData(const QString& source, QString& out) const;
   void AppendChannelMap(QString& out) const;
 

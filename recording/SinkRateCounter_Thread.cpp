@@ -9,21 +9,15 @@ SinkRateCounter_Thread::SinkRateCounter_Thread(const KorvaxBlock::InputPins& inp
 
 void SinkRateCounter_Thread::Consume(DataMessage&& message) {
   const auto batch = std::move(message.batch);
-  if (batch == nullptr) {
-    return;
-  }
-  std::vector<korvax::RateHistory::Record> kept;
-  std::vector<const KorvaxPayload_RateCounters*> records;
-  for (auto& record : batch->records) {
-    if (const auto* rates = korvax::PayloadCast<KorvaxPayload_RateCounters>(record.get())) {
-      // The history takes the record over instead of a copy: nobody else holds it.
-      record.release();
-      kept.emplace_back(rates);
-      records.push_back(rates);
-      history_.Add(kept.back());
+  std::vector<korvax::RateHistory::Record> rates;
+  if (batch != nullptr) {
+    for (auto& record : batch->records) {
+      if (record->PayloadKind() == KorvaxPayload::Kind::RateCounters) {
+        // The history shares the record instead of copying it: nobody else holds it.
+        rates.emplace_back(static_cast<const KorvaxPayload_RateCounters*>(record.release()));
+        history_.Add(rates.back());
+      }
     }
   }
-  if (!records.empty()) {
-    recorder_.Take(records);
-  }
+  recorder_.Take(rates);
 }

@@ -1,6 +1,7 @@
 #include "recording/StatFile.h"
 
 #include "framework/ByteWriter.h"
+#include "recording/RunFile.h"
 
 #include <QFile>
 
@@ -8,7 +9,7 @@ namespace korvax {
 
 bool AppendStatLine(const QString& path, bool withHeader, const StatLine& line) {
   QFile file(path);
-  if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
+  if (!IsPath(path) || !file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
     return false;
   }
   ByteWriter text;
@@ -17,7 +18,12 @@ bool AppendStatLine(const QString& path, bool withHeader, const StatLine& line) 
   }
   text.General(line.runningTime).Text(",").Decimal(line.totalEvents).Text(",");
   text.General(line.eventRate).Text(",").Decimal(line.usedSpace).Text("\n");
-  file.write(text.View().data(), static_cast<qint64>(text.Size()));
+  const qint64 before = file.size();
+  const auto bytes = static_cast<qint64>(text.Size());
+  if (file.write(text.View().data(), bytes) != bytes) {
+    file.resize(before);  // half a line would run into the next one
+    return false;
+  }
   return true;
 }
 

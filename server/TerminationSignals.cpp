@@ -12,11 +12,13 @@ namespace {
 
 std::atomic<int> wakeDescriptor = -1;
 
-// In signal context: makes the next signal of either kind end the process, and wakes the event loop.
+// In signal context: makes the next SIGINT or SIGTERM end the process, and wakes the event loop. A terminal that is
+// closed may hang up more than once.
 extern "C" void WakeEventLoop(int /*signal*/) {
   const int interruptedErrno = errno;
   std::signal(SIGINT, SIG_DFL);
   std::signal(SIGTERM, SIG_DFL);
+  std::signal(SIGHUP, SIG_IGN);
   const std::uint64_t one = 1;
   [[maybe_unused]] const ssize_t written = write(wakeDescriptor.load(std::memory_order_relaxed), &one, sizeof one);
   errno = interruptedErrno;
@@ -24,6 +26,11 @@ extern "C" void WakeEventLoop(int /*signal*/) {
 
 void Handle(int signal) {
   struct sigaction action = {};
+  sigaction(signal, nullptr, &action);
+  if (signal == SIGHUP && action.sa_handler == SIG_IGN) {
+    return;  // started so that it outlives its terminal
+  }
+  action = {};
   action.sa_handler = WakeEventLoop;
   action.sa_flags = SA_RESTART;
   sigaction(signal, &action, nullptr);
@@ -44,6 +51,9 @@ TerminationSignals::TerminationSignals() {
   });
   Handle(SIGINT);
   Handle(SIGTERM);
+  Handle(SIGHUP);
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a write that fails
+  std::signal(SIGPIPE, SIG_IGN);  // whoever read the log is gone; the acquisition goes on
 }
 
 TerminationSignals::~TerminationSignals() {
@@ -52,6 +62,7 @@ TerminationSignals::~TerminationSignals() {
   }
   std::signal(SIGINT, SIG_DFL);
   std::signal(SIGTERM, SIG_DFL);
+  std::signal(SIGHUP, SIG_DFL);
   notifier_.reset();
   close(wakeDescriptor.exchange(-1));
 }

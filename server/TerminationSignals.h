@@ -4,7 +4,7 @@
 
 #include <memory>
 
-/// While one exists, the first SIGINT or SIGTERM ends the event loop with status 0, so that workers finish what
+/// While one exists, the first SIGINT, SIGTERM or SIGHUP ends the event loop with status 0, so that workers finish what
 /// they hold; a second one ends the process at once, as any does before. One object in a process, main thread.
 class TerminationSignals {
 public:

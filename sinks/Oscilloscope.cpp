@@ -21,8 +21,9 @@ Oscilloscope::Oscilloscope(QObject* parent, const ChainContext& context, const Q
   if (worker_->IsTooLarge()) {
     SetFault(
         QStringLiteral("\"sample_number\" times \"ch_number\" times (\"ch_analog\" + \"ch_digital\"): expected at "
-                       "most %1, and memory for them")
-            .arg(korvax::TraceStore::MostSamples));
+                       "most %1, and memory for them; each of the last three at most %2")
+            .arg(korvax::TraceStore::MostSamples)
+            .arg(korvax::TraceStore::MostTraces));
   } else {
     enabled_.resize(static_cast<std::size_t>(worker_->Shape().channels));
   }
@@ -64,7 +65,7 @@ void Oscilloscope::InterpretMessage(QString* data_in, QString* data_out) {
     EnableChannels(message["ch_enable"].toArray());
     data_out->append(korvax::answers::Success());
   } else if (command == QLatin1String("get_dump_counts")) {
-    korvax::AppendDumpCounts(worker_->Control().Counts(), QString(), *data_out);
+    korvax::AppendDumpCounts(worker_->Control(), QString(), *data_out);
   } else {
     korvax::AnswerDumpQuery(command, message, worker_->Control(), *data_out);
   }
@@ -77,25 +78,41 @@ void Oscilloscope::EnableChannels(const QJsonArray& switches) {
   }
 }
 
-// Kept: the slots are counted so that they hold what their names say for one analog trace a channel only, and no
-// comma parts the analog traces of a channel.
-void Oscilloscope::AppendTraces(QString& out) const {
+// Kept: counted like this, the slots hold what is meant for one analog trace a channel only.
+std::vector<qint64> Oscilloscope::ShownSlots() const {
   const korvax::TraceShape& shape = worker_->Shape();
-  korvax::ByteWriter text;
-  const char* separator = "";
-  text.Text("[");
-  for (qint64 c = 0; c < shape.channels; ++c) {
+  std::vector<qint64> slotNumbers;
+  for (qint64 c = 0; c < static_cast<qint64>(enabled_.size()); ++c) {
     if (!enabled_[static_cast<std::size_t>(c)]) {
       continue;
     }
-    text.Text(separator);
-    separator = ",";
     for (qint64 a = 0; a < shape.analog; ++a) {
-      text.Text("{\"data\":[").Joined(worker_->Trace((shape.digital + 1 + a) * c)).Text("]}");
+      slotNumbers.push_back((shape.digital + 1 + a) * c);
     }
     for (qint64 d = 0; d < shape.digital; ++d) {
-      const qint64 slot = (qint64{shape.digital} + shape.analog) * c + shape.analog + d;
-      text.Text(",{\"data\":[").Joined(worker_->Trace(slot)).Text("]}");
+      slotNumbers.push_back((qint64{shape.digital} + shape.analog) * c + shape.analog + d);
+    }
+  }
+  return slotNumbers;
+}
+
+// Kept: no comma parts the analog traces of a channel, and one stands before each digital trace, whatever is
+// there.
+void Oscilloscope::AppendTraces(QString& out) const {
+  const korvax::TraceShape& shape = worker_->Shape();
+  const std::vector<std::vector<double>> traces = worker_->Traces(ShownSlots());
+  auto trace = traces.begin();
+  korvax::ByteWriter text;
+  const char* separator = "";
+  text.Text("[");
+  for (auto shown = std::count(enabled_.begin(), enabled_.end(), true); shown > 0; --shown) {
+    text.Text(separator);
+    separator = ",";
+    for (qint32 a = 0; a < shape.analog; ++a) {
+      text.Text("{\"data\":[").Joined(*trace++).Text("]}");
+    }
+    for (qint32 d = 0; d < shape.digital; ++d) {
+      text.Text(",{\"data\":[").Joined(*trace++).Text("]}");
     }
   }
   text.Text("]");
@@ -105,15 +122,17 @@ void Oscilloscope::AppendTraces(QString& out) const {
 void Oscilloscope::ConfigureDump(int dump_events, int dump_time, const QString& file_type,
                                  const QString& file_path) {
   worker_->Control().Set([&](korvax::DumpSettings& settings) {
-    settings.eventsPerFile = dump_events;
     settings.dumpTime = dump_time;
-    settings.fileType = file_type;
-    settings.filePath = file_path;
+    settings.Configure(dump_events, file_type, file_path);
   });
 }
 
 void Oscilloscope::StartDump(const QString& run_id) {
   worker_->Control().StartRun(run_id);
+}
+
+void Oscilloscope::StartRun(const korvax::DumpSettings& settings) {
+  worker_->Control().StartRun([&](korvax::DumpSettings& current) { current = settings; });
 }
 
 void Oscilloscope::StopDump() {

@@ -16,6 +16,9 @@ public:
   bool ParseParameters(const QJsonValue& block) override;
   void StopWorker() override;
 
+  /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
+  void StartRun(const korvax::DumpSettings& settings);
+
 public slots:
   void NewDataInTheInputPin(int FifoLevel);
   /// Messages that wait in the input pin.
@@ -30,6 +33,7 @@ public slots:
 
 private:
   void EnableChannels(const QJsonArray& switches);
+  std::vector<qint64> ShownSlots() const;
   void AppendTraces(QString& out) const;
 
   korvax::TraceShape shape_;

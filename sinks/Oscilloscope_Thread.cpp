@@ -4,30 +4,32 @@ Oscilloscope_Thread::Oscilloscope_Thread(const KorvaxBlock::InputPins& inputs, c
                                          korvax::TraceShape shape)
     : WorkerThread(inputs), control_(*inputs.front(), {}), store_(shape), recorder_(blockName, control_, store_) {}
 
-std::vector<double> Oscilloscope_Thread::Trace(qint64 slot) const {
+std::vector<std::vector<double>> Oscilloscope_Thread::Traces(const std::vector<qint64>& slotNumbers) const {
+  std::vector<std::vector<double>> traces;
+  traces.reserve(slotNumbers.size());
   const korvax::Lock lock(mutex_);
-  const std::span<const double> values = store_.Slot(slot);
-  return {values.begin(), values.end()};
+  for (const qint64 slot : slotNumbers) {
+    const std::span<const double> values = store_.Slot(slot);
+    traces.emplace_back(values.begin(), values.end());
+  }
+  return traces;
 }
 
 void Oscilloscope_Thread::Consume(DataMessage&& message) {
   const auto batch = std::move(message.batch);
-  if (batch == nullptr) {
-    return;
-  }
-  const KorvaxPayload_Waves* waves = nullptr;
-  quint64 further = 0;
-  for (const auto& record : batch->records) {
-    const auto* candidate = korvax::PayloadCast<KorvaxPayload_Waves>(record.get());
-    if (waves == nullptr) {
-      waves = candidate;
-    } else if (candidate != nullptr) {
-      ++further;
+  const KorvaxPayload_Waves* first = nullptr;
+  quint64 count = 0;
+  if (batch != nullptr) {
+    for (const auto& record : batch->records) {
+      if (const auto* waves = korvax::PayloadCast<KorvaxPayload_Waves>(record.get())) {
+        first = first == nullptr ? waves : first;
+        ++count;
+      }
     }
   }
-  if (waves != nullptr) {
+  if (first != nullptr) {
     const korvax::Lock lock(mutex_);
-    store_.Store(*waves);
+    store_.Store(*first);
   }
-  recorder_.Take(waves, further);
+  recorder_.Take(first, count > 0 ? count - 1 : 0);
 }

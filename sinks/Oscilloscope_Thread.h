@@ -13,8 +13,8 @@ public:
   const korvax::TraceShape& Shape() const { return store_.Shape(); }
   bool IsTooLarge() const { return store_.IsTooLarge(); }
 
-  /// A copy of one slot of the store, of one waveform as a whole; empty for a slot that isn't there. Any thread.
-  std::vector<double> Trace(qint64 slot) const;
+  /// Copies of slots of the store, all of one waveform; empty for a slot that isn't there. Any thread.
+  std::vector<std::vector<double>> Traces(const std::vector<qint64>& slotNumbers) const;
 
 protected:
   void Consume(DataMessage&& message) override;

@@ -11,9 +11,14 @@ namespace {
 
 constexpr qint32 WordBits = 32;
 
-bool IsPlausible(const TraceShape& shape) {
-  return shape.channels <= TraceStore::MostTraces && shape.analog <= TraceStore::MostTraces &&
-         shape.digital <= TraceStore::MostTraces;
+// A number of 0 must not let the others grow without end: loops and files go by each of them.
+bool IsTooMuch(const TraceShape& shape) {
+  if (shape.channels > TraceStore::MostTraces || shape.analog > TraceStore::MostTraces ||
+      shape.digital > TraceStore::MostTraces) {
+    return true;
+  }
+  const qint64 traces = std::max(shape.channels, 1) * std::max(qint64{shape.analog} + shape.digital, qint64{1});
+  return traces > TraceStore::MostSamples / std::max(shape.samples, 1);
 }
 
 }  // namespace
@@ -21,7 +26,7 @@ bool IsPlausible(const TraceShape& shape) {
 TraceStore::TraceStore(TraceShape shape)
     : shape_{std::max(shape.samples, 0), std::max(shape.channels, 0), std::max(shape.analog, 0),
              std::max(shape.digital, 0)} {
-  tooLarge_ = !IsPlausible(shape_) || (shape_.samples != 0 && SlotCount() > MostSamples / shape_.samples);
+  tooLarge_ = IsTooMuch(shape_);
   if (tooLarge_) {
     return;
   }
@@ -46,6 +51,9 @@ std::span<double> TraceStore::WritableSlot(qint64 slot) {
 }
 
 void TraceStore::Store(const KorvaxPayload_Waves& waves) {
+  if (tooLarge_) {
+    return;
+  }
   const auto count = std::min<std::size_t>(waves.waves.size(), static_cast<std::size_t>(shape_.channels));
   for (std::size_t c = 0; c < count; ++c) {
     if (const auto* wave = PayloadCast<KorvaxPayload_Wave>(waves.waves[c].get())) {

@@ -25,7 +25,7 @@ class TraceStore {
 public:
   /// A store of more doubles than this, of more channels or traces of a channel than the second number, or than
   /// memory has room for, has no slots.
-  static constexpr qint64 MostSamples = qint64{1} << 26;
+  static constexpr qint64 MostSamples = qint64{1} << 24;
   static constexpr qint32 MostTraces = 1 << 20;
 
   /// Negative numbers count as 0.

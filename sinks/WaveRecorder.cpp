@@ -8,72 +8,66 @@ namespace korvax {
 
 WaveRecorder::WaveRecorder(const QString& blockName, DumpControl& control, const TraceStore& store,
                            const Clock& clock)
-    : blockName_(blockName), control_(control), store_(store), clock_(clock), interval_(clock) {}
+    : RunRecorder(blockName, control, clock), store_(store), interval_(clock) {}
 
-void WaveRecorder::Take(const KorvaxPayload_Waves* waves, quint64 further) {
-  const DumpOrder order = control_.Order();
-  if (order.stops != stopsSeen_) {
-    stopsSeen_ = order.stops;
-    Finish();
+void WaveRecorder::Take(const KorvaxPayload_Waves* first, quint64 further) {
+  const DumpOrder order = TakeOrder(first == nullptr ? 0 : 1 + further);
+  if (order.status == DumpStatus::Recording && first != nullptr) {
+    control_.Count(order, {.discarded = further});
+    Record(*first, order);
   }
-  if (waves == nullptr || order.status == DumpStatus::Stopped) {
-    return;
-  }
-  const bool paused = order.status == DumpStatus::Paused;
-  control_.Count(order, {.discarded = further + (paused ? 1U : 0U)});
-  if (!paused) {
-    Record(*waves, order);
-  }
-}
-
-void WaveRecorder::Finish() {
-  file_.Close();
-  fileOpenNeeded_ = true;
-  fileIndex_ = 0;
-  recordsInFile_ = 0;
 }
 
 void WaveRecorder::Record(const KorvaxPayload_Waves& waves, const DumpOrder& order) {
   if (fileOpenNeeded_) {
     interval_.Start();
-    OpenFile(order);
     fileOpenNeeded_ = false;
+    if (!OpenWaveFile(order)) {
+      return;
+    }
   }
   if (interval_.ElapsedMs() <= order.settings.dumpTime) {
     control_.Count(order, {.discarded = 1});
     return;
   }
   interval_.Start();
-  if (recordsInFile_ > order.settings.eventsPerFile) {
+  if (countInFile_ > order.settings.eventsPerFile) {
     ++fileIndex_;
-    recordsInFile_ = 0;
-    OpenFile(order);
+    countInFile_ = 0;
+    if (!OpenWaveFile(order)) {
+      return;
+    }
   }
-  Append(waves, FileFormOf(order.settings.fileType));
-  ++recordsInFile_;
-  if (file_.Write(buffer_.View())) {
-    control_.Count(order, {.recorded = 1});
-    return;
-  }
-  control_.Count(order, {.failed = 1});
-  if (file_.IsOpen()) {
-    LogWriteFailure(file_);
-    control_.StopAfterFailure(order);
+  const FileForm form = FileFormOf(order.settings.fileType);
+  Append(waves, form);
+  ++countInFile_;
+  if (!file_.IsOpen()) {
+    control_.Count(order, {.failed = 1});
+  } else if (WriteBuffer(order, 1)) {
+    const bool hasForm = form != FileForm::Unknown;
+    control_.Count(order, hasForm ? DumpCounts{.recorded = 1} : DumpCounts{.discarded = 1});
   }
 }
 
 // Kept: a file that can't be opened is passed over without a word, and its records with it; the next rollover
-// tries the next one. The counts tell.
-void WaveRecorder::OpenFile(const DumpOrder& order) {
+// tries the next one. The counts tell. False, and recording stops with a word, when its head can't be written.
+bool WaveRecorder::OpenWaveFile(const DumpOrder& order) {
   const FileForm form = FileFormOf(order.settings.fileType);
+  if (form == FileForm::Unknown) {
+    CloseFile();
+    return true;
+  }
   ByteWriter head;
   if (form == FileForm::Binary) {
     waves::AppendBinaryHead(fileIndex_ == 0, clock_.SecondsSinceEpoch(), head);
   }
-  file_.Close();
-  if (form != FileForm::Unknown) {
-    file_.Open(RunFileBase(order.settings, blockName_, fileIndex_) + ExtensionOf(form), form, head.View());
+  const QString path = FileBase(order, fileIndex_) + ExtensionOf(form);
+  if (OpenFile(order, path, form, head.View()) == RunFile::Result::CannotWrite) {
+    LogWriteFailure();
+    Fail(order, 1);
+    return false;
   }
+  return true;
 }
 
 void WaveRecorder::Append(const KorvaxPayload_Waves& waves, FileForm form) {
@@ -88,7 +82,7 @@ void WaveRecorder::Append(const KorvaxPayload_Waves& waves, FileForm form) {
       waves::AppendCsv(store_, count, waves.timestamp, buffer_);
       break;
     case FileForm::Json:
-      buffer_.Text(recordsInFile_ == 0 ? "" : ",");
+      buffer_.Text(countInFile_ == 0 ? "" : ",");
       waves::AppendJson(store_, count, waves.timestamp, buffer_);
       break;
     case FileForm::Unknown:

@@ -101,12 +101,12 @@ protected:
 
   void RecordRates(const char* fileType) {
     korvax::RateRecorder recorder("rates", control, clock);
-    KorvaxPayload_RateCounters rates(2);
-    rates.ratesIn = {2454.68, 1000.0};
-    rates.ratesOut = {2453.6, 1000.0};
-    rates.countersIn = {11375, 4634};
-    rates.countersOut = {11370, 4634};
-    const KorvaxPayload_RateCounters* const records[] = {&rates};
+    auto rates = std::make_shared<KorvaxPayload_RateCounters>(2);
+    rates->ratesIn = {2454.68, 1000.0};
+    rates->ratesOut = {2453.6, 1000.0};
+    rates->countersIn = {11375, 4634};
+    rates->countersOut = {11370, 4634};
+    const korvax::RateHistory::Record records[] = {rates};
     StartRun(fileType);
     recorder.Take(records);
     clock.steadyMs += 100;

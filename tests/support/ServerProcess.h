@@ -28,6 +28,7 @@ public:
   /// Waits for the process's own end. The exit status; nothing when a signal ended it, or it doesn't end.
   std::optional<int> WaitForExit();
   void Send(int signal);
+  qint64 ProcessId() const { return process_.processId(); }
   bool IsRunning() const { return process_.state() == QProcess::Running; }
 
   QStringList OutputLines() const;

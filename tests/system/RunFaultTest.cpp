@@ -4,6 +4,8 @@
 
 #include <QFileInfo>
 
+#include <sys/resource.h>
+
 namespace test {
 
 namespace {
@@ -60,6 +62,24 @@ TEST_P(RunFaultTest, ADiskThatFillsUpStopsRecordingAfterTheLastWholeContainer) {
   const std::vector<int> energies = EnergiesOf(path, GetParam());
   EXPECT_EQ(ExpectUnbroken(energies), counts["recorded"].toInt());
   EXPECT_EQ(energies.front(), 0);
+}
+
+TEST_P(RunFaultTest, AFileThatMayNotGrowStopsRecordingAndNotTheServer) {
+  StartAndWaitUntilReady();
+  ConfigureRuns(GetParam(), 1'000'000);
+  StartRun(1);
+  ASSERT_TRUE(FeedUntil([this] { return StoredEvents() > 0; }));
+  const rlimit limit{64 << 10, RLIM_INFINITY};
+  ASSERT_EQ(prlimit(static_cast<pid_t>(server.ProcessId()), RLIMIT_FSIZE, &limit, nullptr), 0);
+  ASSERT_TRUE(FeedUntil([this] {
+    for (int block = 0; block < 200; ++block) {
+      Feed();
+    }
+    return Status() == 0;
+  }));
+  EXPECT_TRUE(IsLogged(QStringLiteral("Unable to write file"), File(1, 0, GetParam()),
+                       QStringLiteral("\"File too large\"")));
+  ExpectStopAndRecovery();
 }
 
 TEST_P(RunFaultTest, AFolderThatDisappearsStopsRecording) {

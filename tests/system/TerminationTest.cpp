@@ -42,8 +42,11 @@ TEST_P(TerminationTest, EndsAServerWhoseSourcePausesForLong) {
   ExpectQuietEnd(GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(EverySignal, TerminationTest, testing::Values(SIGTERM, SIGINT),
-                         [](const auto& signal) { return signal.param == SIGTERM ? "SIGTERM" : "SIGINT"; });
+std::string NameOfSignal(const testing::TestParamInfo<int>& signal) {
+  return signal.param == SIGTERM ? "SIGTERM" : signal.param == SIGINT ? "SIGINT" : "SIGHUP";
+}
+
+INSTANTIATE_TEST_SUITE_P(EverySignal, TerminationTest, testing::Values(SIGTERM, SIGINT, SIGHUP), NameOfSignal);
 
 }  // namespace
 

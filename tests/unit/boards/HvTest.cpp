@@ -147,9 +147,9 @@ TEST_F(HvTest, AMissingParameterListMeansNoChannels) {
 }
 
 TEST_F(HvTest, MoreChannelsThanAnyBoardHasAreAFault) {
-  EXPECT_EQ(MakeBound("65536").Fault(), QString());
-  EXPECT_EQ(MakeBound("65537").Fault(), QString("\"n_channels\": expected at most 65536; found 65537"));
-  EXPECT_EQ(MakeBound("2147483647").Fault(), QString("\"n_channels\": expected at most 65536; found 2147483647"));
+  EXPECT_EQ(MakeBound("1024").Fault(), QString());
+  EXPECT_EQ(MakeBound("1025").Fault(), QString("\"n_channels\": expected at most 1024; found 1025"));
+  EXPECT_EQ(MakeBound("2147483647").Fault(), QString("\"n_channels\": expected at most 1024; found 2147483647"));
 }
 
 TEST_F(HvTest, ParametersCanChangeOnALiveBlock) {
@@ -162,7 +162,7 @@ TEST_F(HvTest, ParametersCanChangeOnALiveBlock) {
   };
   EXPECT_TRUE(set("1"));
   EXPECT_EQ(All(), one);
-  EXPECT_FALSE(set("65537"));
+  EXPECT_FALSE(set("1025"));
   EXPECT_EQ(All(), one);
   EXPECT_TRUE(hv.ParseParameters(QJsonValue()));
   EXPECT_EQ(All(), one);

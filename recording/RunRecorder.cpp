@@ -1,0 +1,84 @@
+#include "recording/RunRecorder.h"
+
+#include <QtDebug>
+
+namespace korvax {
+
+namespace {
+
+// One huge message must not keep its memory for good.
+constexpr std::size_t LargestKeptBuffer = std::size_t{16} << 20;
+
+}  // namespace
+
+RunRecorder::RunRecorder(const QString& blockName, DumpControl& control, const Clock& clock)
+    : blockName_(blockName), control_(control), clock_(clock) {}
+
+DumpOrder RunRecorder::TakeOrder(quint64 records) {
+  DumpOrder order = control_.TakeOrder(records);
+  if (order.stopped) {
+    Finish();
+  }
+  if (order.begun) {
+    file_.ForgetRecords();
+  }
+  return order;
+}
+
+void RunRecorder::Finish() {
+  CloseFile();
+  BeginAnew();
+}
+
+void RunRecorder::BeginAnew() {
+  fileOpenNeeded_ = true;
+  fileIndex_ = 0;
+  countInFile_ = 0;
+}
+
+QString RunRecorder::FileBase(const DumpOrder& order, qint64 index) const {
+  return RunFileBase(order.settings, blockName_, index);
+}
+
+RunFile::Result RunRecorder::OpenFile(const DumpOrder& order, const QString& path, FileForm form,
+                                      std::string_view head) {
+  CloseFile();
+  const RunFile::Result result = file_.Open(path, form, head);
+  if (const quint64 records = file_.TakeOverwritten(); records != 0) {
+    qInfo() << "Run file" << path << "is used again: its" << records << "records are given up";
+    control_.Count(order, {.overwritten = records});
+  }
+  return result;
+}
+
+void RunRecorder::CloseFile() {
+  if (!file_.Close()) {
+    qInfo() << "Unable to end file" << file_.Path() << ":" << file_.Problem() << ". Check what it holds.";
+  }
+}
+
+bool RunRecorder::WriteBuffer(const DumpOrder& order, quint64 records) {
+  const bool written = file_.Write(buffer_.View(), records);
+  if (!written) {
+    LogWriteFailure();
+    Fail(order, records);
+  }
+  if (buffer_.Size() > LargestKeptBuffer) {
+    buffer_ = ByteWriter();
+  }
+  return written;
+}
+
+void RunRecorder::Fail(const DumpOrder& order, quint64 records) {
+  control_.Count(order, {.failed = records});
+  control_.StopAfterFailure(order);
+  file_.Close();
+  BeginAnew();
+}
+
+void RunRecorder::LogWriteFailure() const {
+  qInfo() << "Unable to write file" << file_.Path() << "at byte" << file_.Size() << ":" << file_.Problem()
+          << ". Recording stopped, acquisition goes on. Mend it and start a new run.";
+}
+
+}  // namespace korvax

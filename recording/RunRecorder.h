@@ -1,0 +1,52 @@
+#pragma once
+
+#include "framework/ByteWriter.h"
+#include "framework/Clock.h"
+#include "recording/DumpControl.h"
+#include "recording/RunFile.h"
+
+namespace korvax {
+
+/// What the recorders of events, waves and rates share: how they take orders, and how they count what becomes of
+/// records. Needs no thread of its own; one thread at a time.
+class RunRecorder {
+public:
+  /// Closes the file, if one is open. The next record begins a dump at index 0.
+  void Finish();
+
+protected:
+  /// The control and the clock outlive the recorder.
+  RunRecorder(const QString& blockName, DumpControl& control, const Clock& clock);
+  ~RunRecorder() = default;
+
+  /// The order for a message of so many records. What a stop has ended is finished by then.
+  DumpOrder TakeOrder(quint64 records);
+
+  /// The path of the file with this index, without extension.
+  QString FileBase(const DumpOrder& order, qint64 index) const;
+  /// Closes the file before, and counts the records of a file of the run that is emptied by this.
+  RunFile::Result OpenFile(const DumpOrder& order, const QString& path, FileForm form, std::string_view head);
+  /// One log line when the file can't be ended as it should.
+  void CloseFile();
+
+  /// Writes the buffer, the bytes of so many records, to the file. On failure one log line tells it, and recording
+  /// stops.
+  bool WriteBuffer(const DumpOrder& order, quint64 records);
+  /// Counts the records as failed, stops recording and closes the file, without a word.
+  void Fail(const DumpOrder& order, quint64 records);
+  void LogWriteFailure() const;
+
+  const QString blockName_;
+  DumpControl& control_;
+  const Clock& clock_;
+  RunFile file_;
+  ByteWriter buffer_;
+  bool fileOpenNeeded_ = true;
+  qint64 fileIndex_ = 0;
+  qint64 countInFile_ = 0;  // what the rollover goes by
+
+private:
+  void BeginAnew();
+};
+
+}  // namespace korvax
