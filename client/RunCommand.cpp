@@ -48,6 +48,22 @@ void PrintInfo(const RunInfos& infos, Console& console) {
   console.Print(table.Lines().join(QLatin1Char('\n')));
 }
 
+/// One line; empty when nothing is missing.
+QString LossesText(const QString& dumper, const RunLosses& losses) {
+  QStringList parts;
+  const auto add = [&parts](quint64 count, const QString& what) {
+    if (count != 0) {
+      parts << QString::number(count) + QLatin1Char(' ') + what;
+    }
+  };
+  add(losses.failed, QStringLiteral("could not be written"));
+  add(losses.dropped, QStringLiteral("dropped, its queue was full"));
+  add(losses.overwritten, QStringLiteral("overwritten, in a file that was used again"));
+  add(losses.discarded, QStringLiteral("discarded, in a pause or at a stop"));
+  return parts.isEmpty() ? QString()
+                         : Harmless(dumper) + QStringLiteral(" has not: ") + parts.join(QStringLiteral("; "));
+}
+
 Ending Refusal(const QString& text) {
   return {ExitCode::Refused, text};
 }
@@ -103,7 +119,7 @@ Ending ExistsEnding(const QString& id) {
 class RunControl {
 public:
   RunControl(const ServerAddress& server, const RunRequest& request, Console& console)
-      : request_(request), console_(console), client_(server, QueryTarget(runBlock)) {}
+      : server_(server), request_(request), console_(console), client_(server, QueryTarget(runBlock)) {}
 
   Ending Run() {
     if (request_.action == RunAction::Stop || request_.force) {
@@ -119,6 +135,7 @@ public:
     }
     if (request_.action == RunAction::Info) {
       PrintInfo(*infos.value, console_);
+      PrintLosses(*infos.value);
       return {};
     }
     const Ending objection = Objection(request_.action, *infos.value);
@@ -126,6 +143,18 @@ public:
   }
 
 private:
+  /// The dumpers are asked one by one. One that doesn't answer is passed over: the table stands.
+  void PrintLosses(const RunInfos& infos) const {
+    for (const RunInfo& info : infos) {
+      const Reply reply = QueryClient(server_, QueryTarget(info.dumper)).AskAndWait(RunLossesQuery());
+      const Read<RunLosses> losses = reply.Failed() ? Read<RunLosses>() : ReadRunLosses(reply.answer);
+      const QString line = losses.value ? LossesText(info.dumper, *losses.value) : QString();
+      if (!line.isEmpty()) {
+        console_.Print(line);
+      }
+    }
+  }
+
   Ending Command() {
     const Reply reply = client_.AskAndWait(RunControlQuery(request_.action, request_.id));
     if (reply.Failed()) {
@@ -142,6 +171,7 @@ private:
     return {};
   }
 
+  const ServerAddress& server_;
   const RunRequest& request_;
   Console& console_;
   QueryClient client_;

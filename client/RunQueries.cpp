@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace korvax::client {
 
@@ -100,6 +101,30 @@ QString RunControlQuery(RunAction action, const QString& id) {
     query.insert(QStringLiteral("run_id"), id);
   }
   return QueryText(query);
+}
+
+QString RunLossesQuery() {
+  return QueryText({{QStringLiteral("cmd"), QStringLiteral("get_dump_counts")}});
+}
+
+Read<RunLosses> ReadRunLosses(const QString& answer) {
+  const Read<QJsonObject> response = ReadResponse(answer);
+  if (!response.value) {
+    return {{}, response.fault};
+  }
+  RunLosses losses;
+  const std::array<std::pair<const char*, quint64*>, 4> counts{{{"discarded", &losses.discarded},
+                                                                {"failed", &losses.failed},
+                                                                {"dropped", &losses.dropped},
+                                                                {"overwritten", &losses.overwritten}}};
+  for (const auto& [key, count] : counts) {
+    const double number = response.value->value(QLatin1String(key)).toDouble(-1);
+    if (!(number >= 0 && number < 1e19)) {
+      return {{}, QStringLiteral("has a bad \"%1\"").arg(QLatin1String(key))};
+    }
+    *count = static_cast<quint64>(number);
+  }
+  return {losses, {}};
 }
 
 Read<std::vector<RunInfo>> ReadRunInfo(const QString& answer) {

@@ -30,6 +30,18 @@ QString RunControlQuery(RunAction action, const QString& id);
 /// stand there without quotes; so it is read by its keys, which come in a fixed order.
 Read<std::vector<RunInfo>> ReadRunInfo(const QString& answer);
 
+/// Records of its run that a dumper doesn't have in its files.
+struct RunLosses {
+  quint64 discarded = 0;  ///< in pauses
+  quint64 failed = 0;     ///< not written
+  quint64 dropped = 0;    ///< before they reached the dumper
+  quint64 overwritten = 0;
+};
+
+/// For the dumper itself, by its name.
+QString RunLossesQuery();
+Read<RunLosses> ReadRunLosses(const QString& answer);
+
 /// Whether the answer to the query for a start says that a run of that name exists.
 bool SaysExistingFolder(const QString& answer);
 

@@ -25,6 +25,23 @@ TEST(RunQueries, areWrittenAsTheRunBlockReadsThem) {
   EXPECT_EQ(RunControlQuery(RunAction::Restart, {}), R"({"cmd":"restart_dump"})");
 }
 
+TEST(ReadRunLosses, readsTheCountsAndRefusesWhatIsNone) {
+  const auto losses = ReadRunLosses(QStringLiteral(
+      R"([{"response": true,"status":1,"recorded":5,"discarded":4,"failed":1,"dropped":2,"overwritten":20001000}])"));
+  ASSERT_TRUE(losses.value);
+  EXPECT_EQ(losses.value->discarded, 4U);
+  EXPECT_EQ(losses.value->failed, 1U);
+  EXPECT_EQ(losses.value->dropped, 2U);
+  EXPECT_EQ(losses.value->overwritten, 20001000U);
+  for (const char* answer : {"", "[]", "{}", R"([{"response": true}])", R"([{"response": false,"discarded":4}])",
+                             R"([{"response": true,"discarded":"4","failed":1,"dropped":2,"overwritten":3}])",
+                             R"([{"response": true,"discarded":4,"failed":-1,"dropped":2,"overwritten":3}])"}) {
+    const auto bad = ReadRunLosses(QString(answer));
+    EXPECT_FALSE(bad.value) << answer;
+    EXPECT_NE(bad.fault, "") << answer;
+  }
+}
+
 TEST(ReadRunInfo, readsEveryDumper) {
   const auto info = ReadRunInfo(QStringLiteral("[%1,%1]").arg(entry));
   ASSERT_TRUE(info.value);
