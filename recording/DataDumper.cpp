@@ -1,5 +1,6 @@
 #include "recording/DataDumper.h"
 
+#include "framework/ByteWriter.h"
 #include "recording/DumpQueries.h"
 
 #include <QJsonDocument>
@@ -80,11 +81,13 @@ void DataDumper::ReStartDump() {
 void DataDumper::GetRunInfo(QString* out) const {
   const korvax::RunStatistics statistics = worker_->Statistics();
   const korvax::DumpControl& control = worker_->Control();
-  out->append(QStringLiteral("{\"status\":") + QString::number(static_cast<int>(control.Status())));
-  out->append(QStringLiteral(",\"name\": \"") + Name() + QLatin1Char('"'));
-  out->append(QStringLiteral(",\"event_rate\":") + QString::number(statistics.eventRate, 'g', 6));
-  out->append(QStringLiteral(",\"id\":") + control.Settings().runId);
-  out->append(QStringLiteral(",\"stored_events\":") + QString::number(statistics.storedEvents));
-  out->append(QStringLiteral(",\"running_time\":") + QString::number(statistics.runningTime, 'g', 6));
-  out->append(QStringLiteral(",\"used_space\":") + QString::number(statistics.usedSpace) + QLatin1Char('}'));
+  korvax::ByteWriter text;
+  text.Text("{\"status\":").Decimal(static_cast<int>(control.Status()));
+  text.Text(",\"name\": \"").Text(Name().toStdString());
+  text.Text("\",\"event_rate\":").General(statistics.eventRate);
+  text.Text(",\"id\":").Text(control.Settings().runId.toStdString());
+  text.Text(",\"stored_events\":").Decimal(statistics.storedEvents);
+  text.Text(",\"running_time\":").General(statistics.runningTime);
+  text.Text(",\"used_space\":").Decimal(statistics.usedSpace).Text("}");
+  out->append(QString::fromUtf8(text.View().data(), static_cast<int>(text.Size())));
 }

@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-namespace korvax::rates {
+namespace korvax::ratefile {
 
 namespace {
 
@@ -90,4 +90,4 @@ void AppendJson(qint64 timeMs, const KorvaxPayload_RateCounters& record, ByteWri
   out.Text("],\"counts_out\":[").Joined(record.countersOut).Text("]}");
 }
 
-}  // namespace korvax::rates
+}  // namespace korvax::ratefile

@@ -3,7 +3,7 @@
 #include "framework/ByteWriter.h"
 #include "framework/KorvaxPayload_RateCounters.h"
 
-namespace korvax::rates {
+namespace korvax::ratefile {
 
 // The forms of rate files, piece by piece. The time of a record is in ms since the file was opened.
 
@@ -19,4 +19,4 @@ void AppendCsv(qint64 timeMs, const KorvaxPayload_RateCounters& record, ByteWrit
 /// With a comma before it.
 void AppendJson(qint64 timeMs, const KorvaxPayload_RateCounters& record, ByteWriter& out);
 
-}  // namespace korvax::rates
+}  // namespace korvax::ratefile

@@ -41,9 +41,9 @@ void RateRecorder::OpenRateFile(const DumpOrder& order, FileForm form) {
   const QString path = FileBase(order, fileIndex_) + extension;
   ByteWriter head;
   if (form == FileForm::Binary) {
-    rates::AppendBinaryHead(clock_.SecondsSinceEpoch(), head);
+    ratefile::AppendBinaryHead(clock_.SecondsSinceEpoch(), head);
   } else if (form == FileForm::Csv) {
-    rates::AppendCsvHead(head);
+    ratefile::AppendCsvHead(head);
   }
   fileOpenNeeded_ = false;
   qInfo() << "Opening RATE dumper: " << path;
@@ -57,13 +57,13 @@ void RateRecorder::Append(const KorvaxPayload_RateCounters& record, FileForm for
   const qint64 timeMs = runTimer_.ElapsedMs();
   switch (form) {
     case FileForm::Binary:
-      rates::AppendBinary(timeMs, record, buffer_);
+      ratefile::AppendBinary(timeMs, record, buffer_);
       break;
     case FileForm::Csv:
-      rates::AppendCsv(timeMs, record, buffer_);
+      ratefile::AppendCsv(timeMs, record, buffer_);
       break;
     case FileForm::Json:
-      rates::AppendJson(timeMs, record, buffer_);
+      ratefile::AppendJson(timeMs, record, buffer_);
       break;
     case FileForm::Unknown:
       break;

@@ -37,17 +37,20 @@ TraceStore::TraceStore(TraceShape shape)
   }
 }
 
+bool TraceStore::HasSlot(qint64 slot) const {
+  return !values_.empty() && slot >= 0 && slot < SlotCount();
+}
+
 std::span<const double> TraceStore::Slot(qint64 slot) const {
   const auto samples = static_cast<std::size_t>(shape_.samples);
-  if (values_.empty() || slot < 0 || slot >= SlotCount()) {
-    return {};
-  }
-  return std::span(values_).subspan(static_cast<std::size_t>(slot) * samples, samples);
+  return HasSlot(slot) ? std::span(values_).subspan(static_cast<std::size_t>(slot) * samples, samples)
+                       : std::span<const double>();
 }
 
 std::span<double> TraceStore::WritableSlot(qint64 slot) {
-  const std::span<const double> values = Slot(slot);
-  return {const_cast<double*>(values.data()), values.size()};
+  const auto samples = static_cast<std::size_t>(shape_.samples);
+  return HasSlot(slot) ? std::span(values_).subspan(static_cast<std::size_t>(slot) * samples, samples)
+                       : std::span<double>();
 }
 
 void TraceStore::Store(const KorvaxPayload_Waves& waves) {

@@ -49,6 +49,7 @@ private:
   qint64 FirstSlot(qint32 channel) const { return (qint64{shape_.digital} + 1) * channel; }
   qint64 SlotCount() const { return qint64{shape_.channels} * (qint64{shape_.analog} + shape_.digital); }
   void StoreWave(qint32 channel, const KorvaxPayload_Wave& wave, qint32 samplesPerWave);
+  bool HasSlot(qint64 slot) const;
   std::span<double> WritableSlot(qint64 slot);
 
   const TraceShape shape_;

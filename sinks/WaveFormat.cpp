@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace korvax::waves {
+namespace korvax::wavefile {
 
 namespace {
 
@@ -72,4 +72,4 @@ void AppendJson(const TraceStore& store, qint32 waves, quint64 timestamp, ByteWr
   }
 }
 
-}  // namespace korvax::waves
+}  // namespace korvax::wavefile

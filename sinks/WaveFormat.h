@@ -3,7 +3,7 @@
 #include "framework/ByteWriter.h"
 #include "sinks/TraceStore.h"
 
-namespace korvax::waves {
+namespace korvax::wavefile {
 
 // The forms of wave files, piece by piece. A record holds the first `waves` channels of the store, each with its
 // analog samples and its packed digital words.
@@ -20,4 +20,4 @@ void AppendCsv(const TraceStore& store, qint32 waves, quint64 timestamp, ByteWri
 /// The analog samples are truncated toward zero.
 void AppendJson(const TraceStore& store, qint32 waves, quint64 timestamp, ByteWriter& out);
 
-}  // namespace korvax::waves
+}  // namespace korvax::wavefile

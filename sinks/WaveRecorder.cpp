@@ -41,11 +41,11 @@ void WaveRecorder::Record(const KorvaxPayload_Waves& waves, const DumpOrder& ord
   const FileForm form = FileFormOf(order.settings.fileType);
   Append(waves, form);
   ++countInFile_;
+  const quint64 written = form == FileForm::Unknown ? 0 : 1;
   if (!file_.IsOpen()) {
     control_.Count(order, {.failed = 1});
-  } else if (WriteBuffer(order, 1)) {
-    const bool hasForm = form != FileForm::Unknown;
-    control_.Count(order, hasForm ? DumpCounts{.recorded = 1} : DumpCounts{.discarded = 1});
+  } else if (WriteBuffer(order, written)) {
+    control_.Count(order, {.recorded = written, .discarded = 1 - written});
   }
 }
 
@@ -59,7 +59,7 @@ bool WaveRecorder::OpenWaveFile(const DumpOrder& order) {
   }
   ByteWriter head;
   if (form == FileForm::Binary) {
-    waves::AppendBinaryHead(fileIndex_ == 0, clock_.SecondsSinceEpoch(), head);
+    wavefile::AppendBinaryHead(fileIndex_ == 0, clock_.SecondsSinceEpoch(), head);
   }
   const QString path = FileBase(order, fileIndex_) + ExtensionOf(form);
   if (OpenFile(order, path, form, head.View()) == RunFile::Result::CannotWrite) {
@@ -76,14 +76,14 @@ void WaveRecorder::Append(const KorvaxPayload_Waves& waves, FileForm form) {
   buffer_.Clear();
   switch (form) {
     case FileForm::Binary:
-      waves::AppendBinary(store_, count, waves.timestamp, buffer_);
+      wavefile::AppendBinary(store_, count, waves.timestamp, buffer_);
       break;
     case FileForm::Csv:
-      waves::AppendCsv(store_, count, waves.timestamp, buffer_);
+      wavefile::AppendCsv(store_, count, waves.timestamp, buffer_);
       break;
     case FileForm::Json:
       buffer_.Text(countInFile_ == 0 ? "" : ",");
-      waves::AppendJson(store_, count, waves.timestamp, buffer_);
+      wavefile::AppendJson(store_, count, waves.timestamp, buffer_);
       break;
     case FileForm::Unknown:
       break;
