@@ -6,10 +6,13 @@
 #include "tests/support/Records.h"
 #include "tests/support/WaitFor.h"
 
+#include <QDirIterator>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <gtest/gtest.h>
 
@@ -53,21 +56,57 @@ TEST(QueriesPage, EveryExchangeOfThePageIsWhatTheServerAnswers) {
     rates.InterpretMessage(&query, &answer);
     return answer.contains(QLatin1String("\"ok\""));
   }));
-  QString query;
+  QStringList queries;
   QString route;
   int exchanges = 0;
   for (const test::FencedBlock& block : page.Blocks()) {
     const QString word = block.kind.section(QLatin1Char(' '), 0, 0);
-    if (word == QLatin1String("query")) {
-      query = block.text;
+    if (word == QLatin1String("query") || word == QLatin1String("queries")) {
+      queries = word == QLatin1String("query") ? QStringList(block.text) : block.text.split(QLatin1Char('\n'));
       route = block.kind == word ? QStringLiteral("query_by_json") : block.kind.section(QLatin1Char(' '), 1);
     } else if (word == QLatin1String("answer")) {
-      const QString answer = korvax::AnswerQuery(chain.Blocks(), route, query);
-      EXPECT_EQ(WithoutTimes(answer).toStdString(), block.text.toStdString()) << "to " << query.toStdString();
-      ++exchanges;
+      for (const QString& query : queries) {
+        const QString answer = korvax::AnswerQuery(chain.Blocks(), route, query);
+        EXPECT_EQ(WithoutTimes(answer).toStdString(), block.text.toStdString()) << "to " << query.toStdString();
+        ++exchanges;
+      }
     }
   }
-  EXPECT_GE(exchanges, 32);
+  EXPECT_GE(exchanges, 58);
+}
+
+// Every command that a block compares with.
+QSet<QString> CommandsInCode() {
+  static const QRegularExpression pattern(
+      QStringLiteral(R"re(ommand == QLatin1String\("([a-z_]+)"\)|\{"([a-z_]+)",\s*\[\]\()re"),
+      QRegularExpression::MultilineOption);
+  QSet<QString> commands;
+  for (const char* folder : {"boards", "control", "recording", "sinks"}) {
+    QDirIterator files(QStringLiteral(KORVAX_PROJECT_DIR "/") + QLatin1String(folder), {QStringLiteral("*.cpp")},
+                       QDir::Files);
+    while (files.hasNext()) {
+      QFile file(files.next());
+      EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+      for (auto matches = pattern.globalMatch(QString::fromUtf8(file.readAll())); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        commands << match.captured(1) + match.captured(2);
+      }
+    }
+  }
+  return commands;
+}
+
+TEST(QueriesPage, EveryCommandThatABlockKnowsIsAskedOnThePage) {
+  const test::MarkdownPage page(QStringLiteral("docs/queries.md"));
+  QString asked;
+  for (const test::FencedBlock& block : page.Blocks()) {
+    asked += block.kind.startsWith(QLatin1String("quer")) ? block.text : QString();
+  }
+  const QSet<QString> commands = CommandsInCode();
+  EXPECT_GE(commands.size(), 24);
+  for (const QString& command : commands) {
+    EXPECT_TRUE(asked.contains(QStringLiteral("\"cmd\": \"%1\"").arg(command))) << qPrintable(command);
+  }
 }
 
 }  // namespace
