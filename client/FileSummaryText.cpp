@@ -1,6 +1,6 @@
 #include "client/FileSummaryText.h"
 
-#include "client/RatesPicture.h"
+#include "client/Bar.h"
 #include "client/Table.h"
 #include "client/TextFit.h"
 
@@ -111,7 +111,7 @@ QStringList Channels(const FileSummary& summary, int width) {
   int line = 1;
   for (const auto& [channel, events] : summary.perChannel) {
     if (room >= smallestBar) {
-      const QString bar = RateBar(static_cast<double>(events), static_cast<double>(largest), room, false);
+      const QString bar = Bar(static_cast<double>(events), static_cast<double>(largest), room, false);
       lines[line] = lines[line].leftJustified(begin) + bar;
     }
     ++line;

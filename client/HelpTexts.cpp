@@ -5,7 +5,7 @@ namespace korvax::client::help {
 const char* const description =
     "korvaxctl talks to a running korvax-boards-server: it sends queries, draws spectra and waveforms in the\n"
     "terminal, shows rates, starts, stops and resets counting, records runs and switches high voltage. It also\n"
-    "reads the files of a run.";
+    "reads the list, wave and rate files of a run.";
 
 const char* const footer = R"(Examples:
   korvaxctl query processing/0/filter_chain/board0/chain/spectrum0 '{"args":[{"cmd":"data_get_status"}]}'
@@ -143,7 +143,7 @@ Examples:
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
 const char* const filesFooter =
-    R"(Reads list, wave and rate files of this machine; a folder stands for all run files in it. check says at
+    R"(Reads list, wave and rate files of this machine; a folder stands for all of these in it. check says at
 which byte a file breaks off and how many whole records stand before it. csv joins files of one kind, and
 writes over no file that is there already.
 

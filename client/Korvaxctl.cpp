@@ -1,6 +1,7 @@
 #include "client/Korvaxctl.h"
 
 #include "client/CommandLine.h"
+#include "client/FilesCommand.h"
 #include "client/HvCommand.h"
 #include "client/JsonAnswers.h"
 #include "client/QueryClient.h"

@@ -23,11 +23,11 @@ std::optional<double> ToRate(const QJsonValue& value) {
   return rate >= 0 && std::isfinite(rate) ? std::optional(rate) : std::nullopt;
 }
 
-/// Puts the numbers of the array `key` of `record`, one a channel, where they belong.
+/// Puts the numbers of the array `key` of `object`, one a channel, where they belong.
 template <typename Number>
-QString ReadInto(std::vector<ChannelRates>& channels, Number ChannelRates::*target, const QJsonObject& record,
+QString ReadInto(std::vector<ChannelRates>& channels, Number ChannelRates::*target, const QJsonObject& object,
                  const char* key, std::optional<Number> (*convert)(const QJsonValue&)) {
-  const QJsonValue value = record.value(QLatin1String(key));
+  const QJsonValue value = object.value(QLatin1String(key));
   const QJsonArray numbers = value.toArray();
   if (!value.isArray() || static_cast<std::size_t>(numbers.size()) != channels.size()) {
     return QStringLiteral("its \"%1\" is not an array with a number a channel").arg(QLatin1String(key));
@@ -42,13 +42,13 @@ QString ReadInto(std::vector<ChannelRates>& channels, Number ChannelRates::*targ
   return {};
 }
 
-Read<RateRecord> ReadRecord(const QJsonObject& object) {
-  RateRecord record;
-  record.timestamp = ToCount(object.value(QStringLiteral("timestamp")));
-  if (!record.timestamp) {
+Read<RateReading> ReadReading(const QJsonObject& object) {
+  RateReading reading;
+  reading.timestamp = ToCount(object.value(QStringLiteral("timestamp")));
+  if (!reading.timestamp) {
     return {{}, QStringLiteral("it has no \"timestamp\"")};
   }
-  auto& channels = record.channels;
+  auto& channels = reading.channels;
   channels.resize(static_cast<std::size_t>(object.value(QStringLiteral("rates_in")).toArray().size()));
   QString fault = ReadInto(channels, &ChannelRates::in, object, "rates_in", ToRate);
   if (fault.isEmpty()) {
@@ -60,7 +60,7 @@ Read<RateRecord> ReadRecord(const QJsonObject& object) {
   if (fault.isEmpty()) {
     fault = ReadInto(channels, &ChannelRates::countsOut, object, "counts_out", ToCount);
   }
-  return fault.isEmpty() ? Read<RateRecord>{std::move(record), {}} : Read<RateRecord>{{}, fault};
+  return fault.isEmpty() ? Read<RateReading>{std::move(reading), {}} : Read<RateReading>{{}, fault};
 }
 
 }  // namespace
@@ -70,7 +70,7 @@ QString LatestRatesQuery() {
                         {QStringLiteral("source"), QStringLiteral("immediate")}});
 }
 
-Read<RateRecord> ReadRates(const QString& answer) {
+Read<RateReading> ReadRates(const QString& answer) {
   const Read<QJsonDocument> document = ReadJson(answer);
   if (!document.value) {
     return {{}, document.fault};
@@ -78,12 +78,12 @@ Read<RateRecord> ReadRates(const QString& answer) {
   const QJsonObject object = document.value->object();
   const QString status = object.value(QStringLiteral("status")).toString();
   if (status == QStringLiteral("nodata")) {
-    return {RateRecord{}, {}};
+    return {RateReading{}, {}};
   }
   if (status != QStringLiteral("ok")) {
     return {{}, QStringLiteral("its \"status\" is neither \"ok\" nor \"nodata\"")};
   }
-  return ReadRecord(object);
+  return ReadReading(object);
 }
 
 }  // namespace korvax::client

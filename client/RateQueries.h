@@ -6,7 +6,7 @@
 
 namespace korvax::client {
 
-/// One channel of a rate record: events per second and events so far, at the input and at the output.
+/// One channel of a rate reading: events per second and events so far, at the input and at the output.
 struct ChannelRates {
   double in = 0;
   double out = 0;
@@ -15,7 +15,7 @@ struct ChannelRates {
 };
 
 /// The last channel is T0. No channels, and no timestamp, as long as no record has arrived.
-struct RateRecord {
+struct RateReading {
   std::optional<quint64> timestamp;
   std::vector<ChannelRates> channels;
 };
@@ -23,6 +23,6 @@ struct RateRecord {
 QString LatestRatesQuery();
 
 /// Reads the answer to LatestRatesQuery; none has more than 2^63 counts or a rate below 0.
-Read<RateRecord> ReadRates(const QString& answer);
+Read<RateReading> ReadRates(const QString& answer);
 
 }  // namespace korvax::client

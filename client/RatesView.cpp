@@ -12,28 +12,28 @@ QString RatesView::Begin() {
 }
 
 LiveView::Step RatesView::Take(const QString& answer) {
-  Read<RateRecord> record = ReadRates(answer);
-  if (!record.value) {
-    return BadAnswerEnding(request_.path, record.fault, answer);
+  Read<RateReading> reading = ReadRates(answer);
+  if (!reading.value) {
+    return BadAnswerEnding(request_.path, reading.fault, answer);
   }
-  record_ = std::move(*record.value);
+  reading_ = std::move(*reading.value);
   return Complete{};
 }
 
 QStringList RatesView::Lines() const {
   const QString usual =
-      record_.timestamp ? QStringLiteral("timestamp %1").arg(*record_.timestamp) : QStringLiteral("waiting");
+      reading_.timestamp ? QStringLiteral("timestamp %1").arg(*reading_.timestamp) : QStringLiteral("waiting");
   const QString state = State(usual);
   const Heading heading{request_.path, request_.logarithmic ? QStringLiteral("log · ") + state : state, Notes()};
   const TerminalSize room = Room({});
-  return Draw(heading, record_, {room.columns, room.rows, request_.logarithmic, IsInPlace()});
+  return Draw(heading, reading_, {room.columns, room.rows, request_.logarithmic, IsInPlace()});
 }
 
 QStringList RatesView::Notes() const {
   QStringList notes = StaleNotes();
-  if (!record_.timestamp) {
+  if (!reading_.timestamp) {
     notes << QStringLiteral("No record has arrived yet: check that the source of rates runs and is connected.");
-  } else if (record_.channels.empty()) {
+  } else if (reading_.channels.empty()) {
     notes << QStringLiteral("The latest record has no channels.");
   }
   return notes;

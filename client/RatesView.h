@@ -18,7 +18,7 @@ private:
   QStringList Notes() const;
 
   const RatesRequest request_;
-  RateRecord record_;
+  RateReading reading_;
 };
 
 }  // namespace korvax::client

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "client/FilesCommand.h"
-#include "client/SpectrumPicture.h"
+#include <QString>
 
 #include <chrono>
 #include <optional>
@@ -34,6 +33,14 @@ struct Refresh {
 struct PictureSize {
   std::optional<int> width;
   std::optional<int> height;
+};
+
+/// The bins to show, both ends included; an absent `last` is the channel's last bin.
+struct BinRange {
+  int first = 0;
+  std::optional<int> last;
+
+  bool operator==(const BinRange&) const = default;
 };
 
 /// korvaxctl spectrum PATH; the channels ascend, none stands there twice.
@@ -76,6 +83,15 @@ enum class HvAction { Show, On, Off };
 struct HvRequest {
   QString block;
   HvAction action = HvAction::Show;
+};
+
+enum class FilesAction { Summary, Check, Csv };
+
+/// korvaxctl files summary, check or csv PATH...
+struct FilesRequest {
+  FilesAction action = FilesAction::Summary;
+  std::vector<QString> paths;  ///< of run files, or of folders that hold some
+  QString output;              ///< Csv: the file to create; empty means standard output
 };
 
 using Request = std::variant<QueryRequest, SinkRequest, SpectrumRequest, ScopeRequest, RatesRequest, RunRequest,

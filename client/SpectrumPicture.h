@@ -1,20 +1,13 @@
 #pragma once
 
 #include "client/PanelStack.h"
+#include "client/Requests.h"
 #include "client/SinkQueries.h"
 
 #include <optional>
 #include <vector>
 
 namespace korvax::client {
-
-/// The bins to show, both ends included; an absent `last` is the channel's last bin.
-struct BinRange {
-  int first = 0;
-  std::optional<int> last;
-
-  bool operator==(const BinRange&) const = default;
-};
 
 struct PictureOptions {
   int width = 80;

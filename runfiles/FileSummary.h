@@ -8,24 +8,31 @@ namespace korvax::runfiles {
 
 /// What a file holds, and what is wrong with it.
 struct FileSummary {
-  std::optional<FileType> type;          // nothing when the file is no run file
-  std::optional<FileFault> fault;        // nothing when it is as it should be
-  std::optional<std::uint64_t> created;  // seconds since 1970-01-01 UTC
-  std::uint64_t records = 0;             // whole ones; those of a list are events
+  std::optional<FileType> type;          ///< nothing when the file is no run file
+  std::optional<FileFault> fault;        ///< nothing when it is as it should be
+  std::optional<std::uint64_t> created;  ///< seconds since 1970-01-01 UTC
 
-  // Of the whole records. Records need not stand in the order of time.
-  std::uint64_t earliest =
-      0;  // nanoseconds as the board counts them; of rates, milliseconds since the file's opening
+  // All below is of the whole records.
+  std::uint64_t records = 0;  ///< those of a list are events
+
+  /// The least and the greatest time of a record, which need not be those of the first and the last: nanoseconds
+  /// as the board counts them; of rates, milliseconds since the file's opening.
+  std::uint64_t earliest = 0;
   std::uint64_t latest = 0;
-  std::string first;  // the first record, in words; empty when there is none
-  std::string last;
-  std::map<std::uint32_t, std::uint64_t> perChannel;  // events of a list
-  std::uint64_t onFurtherChannels = 0;                // events of channels beyond the first MostListedChannels
-  std::size_t channels = 0;                           // the most that a record of waves or rates has
 
-  // From the earliest to the latest record.
+  /// The first and the last record, in words; empty when there is none.
+  std::string first;
+  std::string last;
+
+  /// Events of a list: of each of the first MostListedChannels channels, and of all channels beyond.
+  std::map<std::uint32_t, std::uint64_t> perChannel;
+  std::uint64_t onFurtherChannels = 0;
+
+  std::size_t channels = 0;  ///< the most that a record of waves or rates has
+
+  /// From the earliest to the latest record.
   double Seconds() const;
-  // So many in that time, per second; nothing when it is 0.
+  /// So many in that time, per second; nothing when it is 0.
   std::optional<double> PerSecond(std::uint64_t count) const;
 };
 

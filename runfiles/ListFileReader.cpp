@@ -3,12 +3,13 @@
 #include "runfiles/LittleEndian.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <filesystem>
 #include <span>
 #include <string_view>
 
-namespace korvax {
+namespace korvax::runfiles {
 namespace {
 
 constexpr std::string_view Magic = "KVXS";
@@ -37,13 +38,13 @@ std::uint64_t CreationTimeDigits(std::uint64_t digits, std::uint64_t size) {
   return digits;
 }
 
-ListFileReader::ListFileReader(const std::string& path) : path_(path), state_(Open()) {}
+ListFileReader::ListFileReader(const std::string& path) : state_(Open(path)) {}
 
-ListFileState ListFileReader::Open() {
+ListFileState ListFileReader::Open(const std::string& path) {
   std::error_code error;
-  size_ = std::filesystem::file_size(path_, error);  // fails for a folder
+  size_ = std::filesystem::file_size(path, error);  // fails for a folder
   if (!error) {
-    file_.open(path_, std::ios::binary);
+    file_.open(path, std::ios::binary);
   }
   return error || !file_ ? ListFileState::CannotOpen : ReadHeader();
 }
@@ -68,14 +69,6 @@ ListFileState ListFileReader::ReadHeader() {
   return ListFileState::Good;
 }
 
-std::optional<ListFileTail> ListFileReader::Tail() const {
-  const std::uint64_t bytes = (size_ - headerSize_) % RecordSize;
-  if (headerSize_ == 0 || bytes == 0) {
-    return std::nullopt;
-  }
-  return ListFileTail{size_ - bytes, bytes, wholeRecords_};
-}
-
 bool ListFileReader::Next(ListRecord& record) {
   if (state_ != ListFileState::Good || recordsRead_ == wholeRecords_) {
     return false;
@@ -90,8 +83,7 @@ bool ListFileReader::Next(ListRecord& record) {
   return true;
 }
 
-std::optional<runfiles::FileFault> ListFileReader::Fault() const {
-  using runfiles::FileFault;
+std::optional<FileFault> ListFileReader::Fault() const {
   using enum FileFault::Kind;
   const std::uint64_t next = headerSize_ + RecordSize * recordsRead_;
   switch (state_) {
@@ -113,20 +105,4 @@ std::optional<std::uint64_t> ListFileReader::Created() const {
   return state_ == ListFileState::Good ? std::optional(creationTime_) : std::nullopt;
 }
 
-std::string ListFileReader::Problem() const {
-  switch (state_) {
-    case ListFileState::Good:
-      return {};
-    case ListFileState::CannotOpen:
-      return path_ + ": can't be opened";
-    case ListFileState::BadMagic:
-      return path_ + ": not a binary list file, it doesn't begin with \"KVXS\"";
-    case ListFileState::NoCreationTime:
-      return path_ + ": no creation time at byte 4";
-    case ListFileState::ReadError:
-      return path_ + ": reading failed at byte " + std::to_string(headerSize_ + RecordSize * recordsRead_);
-  }
-  return {};
-}
-
-}  // namespace korvax
+}  // namespace korvax::runfiles

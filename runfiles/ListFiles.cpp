@@ -26,20 +26,15 @@ void ReadJson(FileScanner& in, bool isFirst, ListRecord& record) {
   in.Expect("}\n");
 }
 
-using Reader = ScannedReader<ListRecord>;
+constexpr Layout<ListRecord> TextLayouts[] = {{Form::Csv, nullptr, ReadCsv}, {Form::Json, ReadJsonHead, ReadJson}};
 
 }  // namespace
 
 std::unique_ptr<RecordReader<ListRecord>> OpenList(const std::string& path, Form form) {
-  switch (form) {
-    case Form::Binary:
-      return std::make_unique<ListFileReader>(path);
-    case Form::Csv:
-      return std::make_unique<Reader>(path, Layout<ListRecord>{form, nullptr, ReadCsv});
-    case Form::Json:
-      break;
+  if (form == Form::Binary) {
+    return std::make_unique<ListFileReader>(path);
   }
-  return std::make_unique<Reader>(path, Layout<ListRecord>{form, ReadJsonHead, ReadJson});
+  return OpenScanned(path, form, TextLayouts);
 }
 
 }  // namespace korvax::runfiles

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <span>
 
-namespace korvax {
+namespace korvax::runfiles {
 
 /// The integer in the first bytes of `bytes`, which holds at least as many as it has.
 template <typename Integer>
@@ -15,4 +15,4 @@ Integer LittleEndian(std::span<const char> bytes) {
   return value;
 }
 
-}  // namespace korvax
+}  // namespace korvax::runfiles

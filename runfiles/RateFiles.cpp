@@ -169,7 +169,11 @@ void AppendColumns(const std::string& name, bool withT0, std::string& line) {
   line += withT0 ? ',' + name + "_T0" : "";
 }
 
-using Reader = ScannedReader<RateRecord>;
+constexpr Layout<RateRecord> Layouts[] = {
+    {Form::Binary, ReadBinaryHead, ReadBinary},
+    {Form::Csv, ReadCsvHead, ReadCsv},
+    {Form::Json, ReadJsonHead, ReadJson},
+};
 
 }  // namespace
 
@@ -183,15 +187,7 @@ std::string RateCsvHead() {
 }
 
 std::unique_ptr<RecordReader<RateRecord>> OpenRates(const std::string& path, Form form) {
-  switch (form) {
-    case Form::Binary:
-      return std::make_unique<Reader>(path, Layout<RateRecord>{form, ReadBinaryHead, ReadBinary});
-    case Form::Csv:
-      return std::make_unique<Reader>(path, Layout<RateRecord>{form, ReadCsvHead, ReadCsv});
-    case Form::Json:
-      break;
-  }
-  return std::make_unique<Reader>(path, Layout<RateRecord>{form, ReadJsonHead, ReadJson});
+  return OpenScanned(path, form, Layouts);
 }
 
 }  // namespace korvax::runfiles

@@ -3,6 +3,10 @@
 #include "runfiles/FileScanner.h"
 #include "runfiles/RecordReader.h"
 
+#include <algorithm>
+#include <memory>
+#include <string>
+
 namespace korvax::runfiles {
 
 /// How one kind of file is read in one form.
@@ -78,6 +82,13 @@ private:
   std::uint64_t records_ = 0;
   bool closed_ = false;  // by the "]" of JSON
 };
+
+/// Opens a file with the one of `layouts` that is of its form.
+template <typename Record, std::size_t Count>
+std::unique_ptr<RecordReader<Record>> OpenScanned(const std::string& path, Form form,
+                                                  const Layout<Record> (&layouts)[Count]) {
+  return std::make_unique<ScannedReader<Record>>(path, *std::ranges::find(layouts, form, &Layout<Record>::form));
+}
 
 /// The head of every JSON file.
 inline std::optional<std::uint64_t> ReadJsonHead(FileScanner& in) {

@@ -123,20 +123,16 @@ void ReadJson(FileScanner& in, bool isFirst, WaveRecord& record) {
   ReadJsonChannels(in, record);
 }
 
-using Reader = ScannedReader<WaveRecord>;
+constexpr Layout<WaveRecord> Layouts[] = {
+    {Form::Binary, ReadBinaryHead, ReadBinary},
+    {Form::Csv, nullptr, ReadCsv},
+    {Form::Json, ReadJsonHead, ReadJson},
+};
 
 }  // namespace
 
 std::unique_ptr<RecordReader<WaveRecord>> OpenWaves(const std::string& path, Form form) {
-  switch (form) {
-    case Form::Binary:
-      return std::make_unique<Reader>(path, Layout<WaveRecord>{form, ReadBinaryHead, ReadBinary});
-    case Form::Csv:
-      return std::make_unique<Reader>(path, Layout<WaveRecord>{form, nullptr, ReadCsv});
-    case Form::Json:
-      break;
-  }
-  return std::make_unique<Reader>(path, Layout<WaveRecord>{form, ReadJsonHead, ReadJson});
+  return OpenScanned(path, form, Layouts);
 }
 
 }  // namespace korvax::runfiles

@@ -7,6 +7,10 @@
 namespace korvax::sim {
 namespace {
 
+using runfiles::ListFileReader;
+using runfiles::ListFileState;
+using runfiles::ListRecord;
+
 Hit HitOf(const ListRecord& record) {
   Hit hit;
   hit.timestamp = record.timestamp;

@@ -96,7 +96,7 @@ Events RecordedRunTest::ReadRunBack() const {
   for (int index = 0; QFileInfo::exists(File(1, index, form)); ++index) {
     const std::string path = File(1, index, form).toStdString();
     const auto reader = korvax::runfiles::OpenList(path, form);
-    korvax::ListRecord record;
+    korvax::runfiles::ListRecord record;
     while (reader->Next(record)) {
       events.push_back({record.timestamp, record.channel, record.energyRaw});
     }

@@ -69,7 +69,7 @@ std::vector<int> RunTest::EnergiesOf(const QString& path, Form form,
                                      std::optional<korvax::runfiles::FileFault>* fault) {
   const auto reader = korvax::runfiles::OpenList(path.toStdString(), form);
   std::vector<int> energies;
-  korvax::ListRecord record;
+  korvax::runfiles::ListRecord record;
   while (reader->Next(record)) {
     energies.push_back(static_cast<int>(record.energyRaw));
   }

@@ -1,4 +1,4 @@
-#include "client/CommandLine.h"
+#include "tests/unit/client/ParsedWords.h"
 
 #include <gmock/gmock.h>
 
@@ -7,23 +7,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-using Words = std::vector<std::string>;
-
-template <typename Request>
-Request Parsed(const Words& words) {
-  const auto read = ParseCommandLine(words);
-  if (const auto* ending = std::get_if<Ending>(&read)) {
-    ADD_FAILURE() << ending->text.toStdString();
-    return {};
-  }
-  return std::get<Request>(std::get<Invocation>(read).request);
-}
-
-Ending Ended(const Words& words) {
-  const auto read = ParseCommandLine(words);
-  return std::holds_alternative<Ending>(read) ? std::get<Ending>(read) : Ending{ExitCode::Ok, "no ending"};
-}
 
 TEST(CommandLine, readsAQuery) {
   const auto request = Parsed<QueryRequest>({"query", "commands", R"({"cmd":"get_run_info","a":[1, 2]})"});

@@ -1,20 +1,17 @@
 #include "client/FilesCommand.h"
 
-#include "client/RunFilePaths.h"
 #include "tests/support/Printing.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <memory>
 
 namespace korvax::client {
 namespace {
-
-using testing::ElementsAre;
 
 struct CloseFile {
   void operator()(std::FILE* file) const { std::fclose(file); }
@@ -229,24 +226,6 @@ TEST_F(Files, namesAreHarmlessToATerminal) {
   const QString path = Path(QStringLiteral("\x1b[31m.csv"));
   Run(FilesAction::Check, {path});
   EXPECT_FALSE(Out().contains(QLatin1Char('\x1b')));
-}
-
-TEST(NaturalOrder, readsDigitsAsNumbers) {
-  const std::vector<QString> sorted{"",    "a",   "a1",      "a1b",      "a01c",
-                                    "a2",  "a10", "a10b1",   "a010b2",   "b0",
-                                    "b00", "b1",  "x_9.csv", "x_10.csv", "x_18446744073709551616"};
-  for (std::size_t i = 0; i < sorted.size(); ++i) {
-    for (std::size_t j = 0; j < sorted.size(); ++j) {
-      EXPECT_EQ(NaturallyBefore(sorted[i], sorted[j]), i < j)
-          << qPrintable(sorted[i]) << " " << qPrintable(sorted[j]);
-    }
-  }
-}
-
-TEST(PathsOfRunFiles, areThePathItselfWhereItIsNoFolder) {
-  EXPECT_THAT(RunFilePaths("absent.csv"), ElementsAre(QString("absent.csv")));
-  EXPECT_THAT(RunFilePaths(""), ElementsAre(QString()));
-  EXPECT_THAT(RunFilePaths(QStringLiteral("/dev/null")), ElementsAre(QString("/dev/null")));
 }
 
 }  // namespace

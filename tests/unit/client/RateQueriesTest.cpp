@@ -15,39 +15,39 @@ TEST(RateQueries, areWrittenAsTheRateCounterReadsThem) {
 }
 
 TEST(ReadRates, readsEveryChannelAndKeepsLargeCountsExact) {
-  const auto record = ReadRates(good);
-  ASSERT_TRUE(record.value) << record.fault.toStdString();
-  EXPECT_EQ(record.value->timestamp, 81985529216486895U);
-  ASSERT_EQ(record.value->channels.size(), 2U);
-  const ChannelRates& first = record.value->channels[0];
+  const auto reading = ReadRates(good);
+  ASSERT_TRUE(reading.value) << reading.fault.toStdString();
+  EXPECT_EQ(reading.value->timestamp, 81985529216486895U);
+  ASSERT_EQ(reading.value->channels.size(), 2U);
+  const ChannelRates& first = reading.value->channels[0];
   EXPECT_EQ(first.in, 1500.5);
   EXPECT_EQ(first.out, 1e6);
   EXPECT_EQ(first.countsIn, 9007199254740993U);
   EXPECT_EQ(first.countsOut, 12U);
-  EXPECT_EQ(record.value->channels[1].countsOut, 9223372036854775807U);
+  EXPECT_EQ(reading.value->channels[1].countsOut, 9223372036854775807U);
 }
 
 TEST(ReadRates, countsBeyondTheSignedNumbersAreReadAsTheyCanBe) {
   QString answer = good;
   answer.replace(QStringLiteral("9007199254740993"), QStringLiteral("18446744073709549568"));
-  const auto record = ReadRates(answer);
-  ASSERT_TRUE(record.value) << record.fault.toStdString();
-  EXPECT_EQ(record.value->channels[0].countsIn, 18446744073709549568U);
+  const auto reading = ReadRates(answer);
+  ASSERT_TRUE(reading.value) << reading.fault.toStdString();
+  EXPECT_EQ(reading.value->channels[0].countsIn, 18446744073709549568U);
 }
 
 TEST(ReadRates, noDataIsARecordWithoutTimestamp) {
-  const auto record = ReadRates(QStringLiteral(R"({"status": "nodata"})"));
-  ASSERT_TRUE(record.value);
-  EXPECT_FALSE(record.value->timestamp);
-  EXPECT_TRUE(record.value->channels.empty());
+  const auto reading = ReadRates(QStringLiteral(R"({"status": "nodata"})"));
+  ASSERT_TRUE(reading.value);
+  EXPECT_FALSE(reading.value->timestamp);
+  EXPECT_TRUE(reading.value->channels.empty());
 }
 
 TEST(ReadRates, aRecordMayHaveNoChannels) {
-  const auto record = ReadRates(QStringLiteral(
+  const auto reading = ReadRates(QStringLiteral(
       R"({"status": "ok", "timestamp":0,"rates_in":[],"counts_in":[],"rates_out":[],"counts_out":[]})"));
-  ASSERT_TRUE(record.value);
-  EXPECT_TRUE(record.value->timestamp);
-  EXPECT_TRUE(record.value->channels.empty());
+  ASSERT_TRUE(reading.value);
+  EXPECT_TRUE(reading.value->timestamp);
+  EXPECT_TRUE(reading.value->channels.empty());
 }
 
 TEST(ReadRates, saysWhatIsWrong) {
@@ -75,9 +75,9 @@ TEST(ReadRates, saysWhatIsWrong) {
       {changed("[12,", "[-1,"), "its \"counts_out\" has a bad number 0"},
       {changed("[12,", "[18446744073709551616,"), "its \"counts_out\" has a bad number 0"}};
   for (const auto& [answer, fault] : table) {
-    const auto record = ReadRates(answer);
-    EXPECT_FALSE(record.value) << answer.toStdString();
-    EXPECT_TRUE(record.fault.startsWith(fault)) << answer.toStdString() << ": " << record.fault.toStdString();
+    const auto reading = ReadRates(answer);
+    EXPECT_FALSE(reading.value) << answer.toStdString();
+    EXPECT_TRUE(reading.fault.startsWith(fault)) << answer.toStdString() << ": " << reading.fault.toStdString();
   }
 }
 

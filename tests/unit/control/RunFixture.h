@@ -101,6 +101,11 @@ protected:
       R"(, "format": "CSV", "events_per_file": 1000000, "wavedump_time_interval": -1,
           "enable_list": true, "enable_wave": true, "enable_mcs": true)";
 
+  static constexpr const char* Success = R"([{"response": true}])";
+  /// What the board is told when both sources are restarted.
+  const QStringList RestartCalls = {"command stop1", "command reset1", "command start1",
+                                    "command stop2", "command reset2", "command start2"};
+
   std::string Tell(const QString& message) {
     QString query = message;
     QString answer;
@@ -130,11 +135,6 @@ protected:
   }
   static DataMessage Rates() { return test::MessageOf(std::make_unique<KorvaxPayload_RateCounters>(1)); }
   static DataMessage Event() { return test::MessageOf(test::Energy(1, 2, 3)); }
-
-  static QByteArray Content(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
 
   test::FakeVendor vendor;
   test::LogCapture log;

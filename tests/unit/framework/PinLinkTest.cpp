@@ -53,6 +53,23 @@ TEST(PinInput, popGivesZeroForAMessageAndOneForAnEmptyQueue) {
   EXPECT_EQ(link.input.Pop(message), 1);
 }
 
+TEST(PinInput, showsTheLevelAndTheDroppedRecordsOfItsOutput) {
+  const PinInput unlinked("energy");
+  EXPECT_EQ(unlinked.Level(), 0);
+  EXPECT_EQ(unlinked.DroppedRecords(), 0U);
+
+  Link link;
+  for (int i = 0; i < 10'000; ++i) {
+    ASSERT_TRUE(link.output.Push({}));
+  }
+  EXPECT_FALSE(link.output.Push(test::MessageOf(test::Energy(0, 0), test::Energy(0, 0))));
+  EXPECT_EQ(link.input.Level(), 10'000);
+  EXPECT_EQ(link.input.DroppedRecords(), 2U);
+  DataMessage message;
+  ASSERT_EQ(link.input.Pop(message), 0);
+  EXPECT_EQ(link.input.Level(), 9'999);
+}
+
 TEST(PinInput, popOfAnEmptyQueueLeavesNothingLocked) {
   Link link;
   DataMessage message;

@@ -89,6 +89,42 @@ TEST(PinOutput, acceptsAgainOnceOneMessageWasTaken) {
   EXPECT_FALSE(pin.Push(Numbered(2)));
 }
 
+TEST(PinOutput, showsHowManyMessagesWait) {
+  PinOutput pin("energy");
+  EXPECT_EQ(pin.Level(), 0);
+  pin.Push(Numbered(1));
+  pin.Push(Numbered(2));
+  EXPECT_EQ(pin.Level(), 2);
+  DataMessage message;
+  ASSERT_TRUE(pin.Take(message));
+  EXPECT_EQ(pin.Level(), 1);
+  ASSERT_TRUE(pin.Take(message));
+  ASSERT_FALSE(pin.Take(message));
+  EXPECT_EQ(pin.Level(), 0);
+  Fill(pin);
+  EXPECT_FALSE(pin.Push(Numbered(1)));
+  EXPECT_EQ(pin.Level(), 10'000);
+}
+
+TEST(PinOutput, countsTheRecordsThatDiedInTheFullQueueNotTheMessages) {
+  PinOutput pin("energy");
+  Fill(pin);
+  EXPECT_EQ(pin.DroppedRecords(), 0U);
+  EXPECT_FALSE(pin.Push(test::MessageOf(test::Energy(0, 0), test::Energy(0, 0), test::Energy(0, 0))));
+  EXPECT_EQ(pin.DroppedRecords(), 3U);
+  EXPECT_FALSE(pin.Push(test::MessageOf()));
+  EXPECT_FALSE(pin.Push(Numbered(1))) << "a message without a batch";
+  EXPECT_EQ(pin.DroppedRecords(), 3U);
+  DataMessage message;
+  ASSERT_TRUE(pin.Take(message));
+  EXPECT_TRUE(pin.Push(test::MessageOf(test::Energy(0, 0))));
+  EXPECT_EQ(pin.DroppedRecords(), 3U) << "accepted";
+  EXPECT_FALSE(pin.Push(test::MessageOf(test::Energy(0, 0))));
+  EXPECT_EQ(pin.DroppedRecords(), 4U);
+  while (pin.Take(message)) {  // a pin doesn't destroy what it still holds
+  }
+}
+
 TEST(PinOutput, anAcceptedMessageKeepsItsRecordsAlive) {
   bool destroyed = false;
   DataMessage message;

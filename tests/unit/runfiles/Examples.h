@@ -1,7 +1,7 @@
 #pragma once
 
 #include "runfiles/FileType.h"
-#include "tests/unit/runfiles/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <ostream>
 #include <string>

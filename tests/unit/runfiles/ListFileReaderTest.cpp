@@ -1,37 +1,18 @@
 #include "runfiles/ListFileReader.h"
 
-#include "tests/unit/runfiles/TemporaryFolder.h"
+#include "tests/support/ListBytes.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-using korvax::CreationTimeDigits;
-using korvax::ListFileReader;
-using korvax::ListFileState;
-using korvax::ListRecord;
+using korvax::runfiles::CreationTimeDigits;
+using korvax::runfiles::FileFault;
+using korvax::runfiles::ListFileReader;
+using korvax::runfiles::ListFileState;
+using korvax::runfiles::ListRecord;
+using test::ListBytes;
 
 namespace {
-
-// Bytes of a list file.
-struct ListBytes {
-  std::string bytes = "KVXS1700000000";
-
-  ListBytes& Add(std::uint64_t timestamp, std::uint32_t channel, std::uint32_t raw) {
-    return Append(timestamp, 8)
-        .Append(channel, 4)
-        .Append(raw, 4)
-        .Append(raw, 4)
-        .Append(0x01020304, 4)
-        .Append(0, 1);
-  }
-
-private:
-  ListBytes& Append(std::uint64_t value, int size) {
-    for (int i = 0; i < size; ++i) {
-      bytes.push_back(static_cast<char>(value >> (8 * i) & 0xff));
-    }
-    return *this;
-  }
-};
 
 const std::string TwoRecords{
     "KVXS"                              // magic
@@ -62,11 +43,8 @@ protected:
 TEST_F(ListFile, ReadsEachFieldOfARecord) {
   ListFileReader reader = Reader(TwoRecords);
   ASSERT_EQ(reader.State(), ListFileState::Good);
-  EXPECT_EQ(reader.Problem(), "");
-  EXPECT_EQ(reader.CreationTime(), 1700000000U);
-  EXPECT_EQ(reader.HeaderSize(), 14U);
+  EXPECT_EQ(reader.Created(), 1700000000U);
   EXPECT_EQ(reader.WholeRecords(), 2U);
-  EXPECT_FALSE(reader.Tail());
 
   ListRecord record;
   ASSERT_TRUE(reader.Next(record));
@@ -82,6 +60,7 @@ TEST_F(ListFile, ReadsEachFieldOfARecord) {
   EXPECT_EQ(record.energyRaw, 65535U);
   EXPECT_FALSE(reader.Next(record));
   EXPECT_EQ(reader.State(), ListFileState::Good);
+  EXPECT_FALSE(reader.Fault());
 }
 
 TEST_F(ListFile, TellsWhereAFileOfEveryLengthIsCutOff) {
@@ -90,20 +69,17 @@ TEST_F(ListFile, TellsWhereAFileOfEveryLengthIsCutOff) {
     ListFileReader reader = Reader(TwoRecords.substr(0, length));
     ASSERT_EQ(reader.State(), ListFileState::Good);
     const std::size_t whole = (length - 14) / 25;
-    EXPECT_EQ(reader.HeaderSize(), 14U);
+    EXPECT_EQ(reader.Created(), 1700000000U);
     EXPECT_EQ(reader.WholeRecords(), whole);
-    if ((length - 14) % 25 == 0) {
-      EXPECT_FALSE(reader.Tail());
-    } else {
-      ASSERT_TRUE(reader.Tail());
-      EXPECT_EQ(reader.Tail()->offset, 14 + 25 * whole);
-      EXPECT_EQ(reader.Tail()->bytes, length - 14 - 25 * whole);
-      EXPECT_EQ(reader.Tail()->wholeRecords, whole);
-    }
     std::size_t read = 0;
     for (ListRecord record; reader.Next(record); ++read) {
     }
     EXPECT_EQ(read, whole);
+    if ((length - 14) % 25 == 0) {
+      EXPECT_FALSE(reader.Fault());
+    } else {
+      EXPECT_EQ(reader.Fault(), (FileFault{FileFault::Kind::CutOff, 14 + 25 * whole, length, whole}));
+    }
   }
 }
 
@@ -112,11 +88,11 @@ TEST_F(ListFile, IsAnEmptyListWhereItEndsWithinTheCreationTime) {
     SCOPED_TRACE(length);
     ListFileReader reader = Reader(TwoRecords.substr(0, length));
     EXPECT_EQ(reader.State(), ListFileState::Good);
-    EXPECT_EQ(reader.HeaderSize(), length);
+    EXPECT_EQ(reader.Created(), std::stoull(TwoRecords.substr(4, length - 4)));
     EXPECT_EQ(reader.WholeRecords(), 0U);
-    EXPECT_FALSE(reader.Tail());
     ListRecord record;
     EXPECT_FALSE(reader.Next(record));
+    EXPECT_FALSE(reader.Fault());
   }
 }
 
@@ -126,19 +102,27 @@ TEST_F(ListFile, IsRefusedWithABadMagic) {
     SCOPED_TRACE(bytes);
     ListFileReader reader = Reader(bytes);
     EXPECT_EQ(reader.State(), ListFileState::BadMagic);
-    EXPECT_NE(reader.Problem().find("doesn't begin with \"KVXS\""), std::string::npos);
+    EXPECT_EQ(reader.Created(), std::nullopt);
     EXPECT_EQ(reader.WholeRecords(), 0U);
-    EXPECT_FALSE(reader.Tail());
     ListRecord record;
     EXPECT_FALSE(reader.Next(record));
+    EXPECT_EQ(reader.Fault(), (FileFault{FileFault::Kind::NoRunFile, 0, bytes.size()}));
   }
 }
 
 TEST_F(ListFile, IsRefusedWithoutACreationTime) {
-  for (const std::string bytes : {"KVXS", "KVXSx", "KVXS-1700000000"}) {
+  const std::pair<std::string, FileFault> rows[] = {
+      {"KVXS", {FileFault::Kind::CutOff, 0, 4}},
+      {"KVXSx", {FileFault::Kind::NoRunFile, 4, 5}},
+      {"KVXS-1700000000", {FileFault::Kind::NoRunFile, 4, 15}},
+  };
+  for (const auto& [bytes, fault] : rows) {
     SCOPED_TRACE(bytes);
-    EXPECT_EQ(Reader(bytes).State(), ListFileState::NoCreationTime);
-    EXPECT_NE(Reader(bytes).Problem().find("byte 4"), std::string::npos);
+    ListFileReader reader = Reader(bytes);
+    EXPECT_EQ(reader.State(), ListFileState::NoCreationTime);
+    ListRecord record;
+    EXPECT_FALSE(reader.Next(record));
+    EXPECT_EQ(reader.Fault(), fault);
   }
 }
 
@@ -146,13 +130,15 @@ TEST_F(ListFile, IsNeverAFolderOrAMissingFile) {
   EXPECT_EQ(ListFileReader(folder_.Path()).State(), ListFileState::CannotOpen);
   ListFileReader missing(folder_.Path() + "/missing.bin");
   EXPECT_EQ(missing.State(), ListFileState::CannotOpen);
-  EXPECT_NE(missing.Problem().find("missing.bin"), std::string::npos);
+  ListRecord record;
+  EXPECT_FALSE(missing.Next(record));
+  EXPECT_EQ(missing.Fault(), FileFault{FileFault::Kind::CannotOpen});
 }
 
 TEST_F(ListFile, TakesATimestampThatLooksLikeDigitsForATimestamp) {
   ListFileReader reader = Reader(ListBytes{}.Add(0x3635343332313039, 1, 2).bytes);
   ASSERT_EQ(reader.WholeRecords(), 1U);
-  EXPECT_EQ(reader.CreationTime(), 1700000000U);
+  EXPECT_EQ(reader.Created(), 1700000000U);
   ListRecord record;
   ASSERT_TRUE(reader.Next(record));
   EXPECT_EQ(record.timestamp, 0x3635343332313039U);
@@ -163,9 +149,12 @@ TEST_F(ListFile, TakesTheTimeOfAClockThatWasNeverSet) {
     SCOPED_TRACE(time);
     ListBytes file{"KVXS" + time};
     ListFileReader reader = Reader(file.Add('9', 1, 2).Add(100, 1, 3).bytes);
-    EXPECT_EQ(std::to_string(reader.CreationTime()), time);
+    EXPECT_EQ(reader.Created(), std::stoull(time));
     EXPECT_EQ(reader.WholeRecords(), 2U);
-    EXPECT_FALSE(reader.Tail());
+    ListRecord record;
+    EXPECT_TRUE(reader.Next(record) && reader.Next(record));
+    EXPECT_FALSE(reader.Next(record));
+    EXPECT_FALSE(reader.Fault());
   }
 }
 
@@ -183,7 +172,7 @@ TEST_F(ListFile, TellsWhenTheFileGetsShorterWhileItIsRead) {
   }
   EXPECT_EQ(read, 5000U);
   EXPECT_EQ(reader.State(), ListFileState::ReadError);
-  EXPECT_NE(reader.Problem().find("byte 125014"), std::string::npos) << reader.Problem();
+  EXPECT_EQ(reader.Fault(), (FileFault{FileFault::Kind::ReadError, 125014, 250014, 5000}));
 }
 
 TEST(CreationTime, HasTenDigitsOrThoseThatLeaveWholeRecords) {

@@ -1,6 +1,6 @@
 #include "runfiles/CsvText.h"
 #include "runfiles/FileSummary.h"
-#include "tests/unit/runfiles/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 

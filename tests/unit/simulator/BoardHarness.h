@@ -6,8 +6,6 @@
 
 #include <atomic>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -25,29 +23,6 @@ public:
 
 private:
   std::shared_ptr<std::atomic<std::uint64_t>> now_ = std::make_shared<std::atomic<std::uint64_t>>(5'000);
-};
-
-class TemporaryFolder {
-public:
-  TemporaryFolder() {
-    std::string path = (std::filesystem::temp_directory_path() / "korvax-XXXXXX").string();
-    if (mkdtemp(path.data()) == nullptr) {
-      throw std::runtime_error("no temporary folder");
-    }
-    path_ = path;
-  }
-  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  std::string Write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(path_ / name, std::ios::binary) << bytes;
-    return (path_ / name).string();
-  }
-  std::string Path() const { return path_.string(); }
-
-private:
-  std::filesystem::path path_;
 };
 
 // A value at an offset of the library's memory, the way that a reader which knows only the layout gets it.
@@ -163,28 +138,6 @@ public:
 private:
   std::unique_ptr<Board> board_;
   Status last_ = Status::Ok;
-};
-
-// Bytes of a binary list file.
-struct ListBytes {
-  std::string bytes = "KVXS1700000000";
-
-  ListBytes& Add(std::uint64_t timestamp, std::uint32_t channel, std::uint32_t raw, std::uint8_t flags = 0) {
-    Append(timestamp, 8);
-    Append(channel, 4);
-    Append(raw, 4);
-    Append(raw, 4);
-    Append(0x01020304, 4);
-    Append(flags, 1);
-    return *this;
-  }
-
-private:
-  void Append(std::uint64_t value, int size) {
-    for (int i = 0; i < size; ++i) {
-      bytes.push_back(static_cast<char>(value >> (8 * i) & 0xff));
-    }
-  }
 };
 
 }  // namespace korvax::sim

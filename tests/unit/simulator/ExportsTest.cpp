@@ -10,7 +10,6 @@
 #include <thread>
 
 using korvax::sim::At;
-using korvax::sim::TemporaryFolder;
 
 namespace {
 

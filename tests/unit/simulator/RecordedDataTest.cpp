@@ -1,9 +1,13 @@
 #include "runfiles/ListFileReader.h"
 #include "tests/unit/simulator/BoardHarness.h"
 
+#include <filesystem>
 #include <map>
 
 using namespace korvax::sim;
+using korvax::runfiles::ListFileReader;
+using korvax::runfiles::ListFileState;
+using korvax::runfiles::ListRecord;
 
 namespace {
 
@@ -31,10 +35,14 @@ protected:
 }  // namespace
 
 TEST_P(RecordedData, IsReadWhole) {
-  korvax::ListFileReader reader(path_);
-  ASSERT_EQ(reader.State(), korvax::ListFileState::Good);
+  ListFileReader reader(path_);
+  ASSERT_EQ(reader.State(), ListFileState::Good);
   EXPECT_EQ(reader.WholeRecords(), GetParam().events);
-  EXPECT_FALSE(reader.Tail());
+  std::size_t read = 0;
+  for (ListRecord record; reader.Next(record); ++read) {
+  }
+  EXPECT_EQ(read, GetParam().events);
+  EXPECT_FALSE(reader.Fault());
 }
 
 TEST_P(RecordedData, IsReplayedEventByEvent) {
@@ -46,8 +54,8 @@ TEST_P(RecordedData, IsReplayedEventByEvent) {
   ASSERT_EQ(hits.size(), GetParam().events);
 
   std::map<std::uint32_t, std::size_t> perChannel;
-  korvax::ListFileReader reader(path_);
-  korvax::ListRecord record;
+  ListFileReader reader(path_);
+  ListRecord record;
   for (const SeenHit& hit : hits) {
     ++perChannel[hit.channel];
     ASSERT_TRUE(reader.Next(record));

@@ -1,8 +1,11 @@
+#include "tests/support/ListBytes.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/unit/simulator/BoardHarness.h"
 
 #include <gmock/gmock.h>
 
 using namespace korvax::sim;
+using test::ListBytes;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -22,7 +25,7 @@ protected:
     return times;
   }
 
-  TemporaryFolder folder_;
+  test::TemporaryFolder folder_;
   TestClock clock_;
   const std::string path_ = Write(ListBytes{}
                                       .Add(1'000'000, 2, 300, 1)

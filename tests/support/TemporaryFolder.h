@@ -8,6 +8,7 @@
 
 namespace test {
 
+/// An empty folder, gone with its files at the end.
 class TemporaryFolder {
 public:
   TemporaryFolder() {
@@ -21,15 +22,17 @@ public:
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-  // Writes over a file of this name without emptying it first: some file systems flush a file that was emptied,
-  // and tables of damaged files write thousands.
+  /// Creates a file, or writes over one of this name, and gives its path.
   std::string Write(const std::string& name, const std::string& bytes) const {
     const std::filesystem::path path = path_ / name;
+    // Not emptied first: some file systems flush a file that was emptied, and tables of damaged files write
+    // thousands.
     std::ofstream(path, std::ios::binary | std::ios::app).close();
     std::fstream(path, std::ios::binary | std::ios::in | std::ios::out) << bytes;
     std::filesystem::resize_file(path, bytes.size());
     return path.string();
   }
+  /// Without a "/" at the end.
   std::string Path() const { return path_.string(); }
 
 private:
