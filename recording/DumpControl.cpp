@@ -74,7 +74,7 @@ void DumpControl::ChangeStatus(DumpStatus status) {
     ++order_.stops;
     order_.stopped = true;
     counts_.dropped += dropped - droppedMark_;
-    waitingAtStop_ = wasStopped ? waitingAtStop_ : input_.Level();
+    waitingAtStop_ = wasStopped && !failing_ ? waitingAtStop_ : input_.Level();
   }
   failing_ = false;
   order_.status = status;

@@ -30,8 +30,9 @@ void RateRecorder::Record(std::span<const RateHistory::Record> records, const Du
     Append(*record, form);
   }
   const quint64 written = form == FileForm::Unknown ? 0 : records.size();
+  control_.Count(order, {.discarded = records.size() - written});
   if (WriteBuffer(order, written)) {
-    control_.Count(order, {.recorded = written, .discarded = records.size() - written});
+    control_.Count(order, {.recorded = written});
   }
 }
 

@@ -44,8 +44,11 @@ void WaveRecorder::Record(const KorvaxPayload_Waves& waves, const DumpOrder& ord
   const quint64 written = form == FileForm::Unknown ? 0 : 1;
   if (!file_.IsOpen()) {
     control_.Count(order, {.failed = 1});
-  } else if (WriteBuffer(order, written)) {
-    control_.Count(order, {.recorded = written, .discarded = 1 - written});
+    return;
+  }
+  control_.Count(order, {.discarded = 1 - written});
+  if (WriteBuffer(order, written)) {
+    control_.Count(order, {.recorded = written});
   }
 }
 

@@ -106,11 +106,11 @@ TEST_F(HighVoltageTest, ABlockWhoseBoardIsMissingAnswersTheErrorAndIgnoresSwitch
 }
 
 TEST_F(HighVoltageTest, TooManyChannelsEndTheStart) {
-  Change(HvBlock + QStringLiteral("/parameters/0/param_value"), 65537);
+  Change(HvBlock + QStringLiteral("/parameters/0/param_value"), 1025);
   Start();
   EXPECT_EQ(server.WaitForExit(), 1);
   EXPECT_TRUE(server.ErrorLines().contains(QStringLiteral(
-      R"(Processing group 0, chain "main", block "supply", "n_channels": expected at most 65536; found 65537)")))
+      R"(Processing group 0, chain "main", block "supply", "n_channels": expected at most 1024; found 1025)")))
       << server.ErrorLines().join(QLatin1Char('\n')).toStdString();
 }
 

@@ -47,11 +47,15 @@ protected:
   }
 
   ~RunFixture() override {
-    for (const auto& block : blocks) {
-      block->StopWorker();
-    }
     while (!blocks.empty()) {
       blocks.pop_back();
+    }
+  }
+
+  /// Before anything that a test linked the workers to is gone.
+  void TearDown() override {
+    for (const auto& block : blocks) {
+      block->StopWorker();
     }
   }
 

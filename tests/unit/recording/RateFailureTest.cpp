@@ -111,6 +111,16 @@ TEST(RateFileFailure, aJsonFileOnADiskThatFilledUpStillGetsItsBracketWhereItHasR
             R"([,{"timestamp":0,"rate_in":[],"rate_out":[],"counts_in":[],"counts_out":[]}])");
 }
 
+TEST(RateFileFailure, aFileOfAnUnknownTypeThatWasRemovedLeavesNoRecordUncounted) {
+  RateBench bench("x");
+  bench.Start();
+  bench.Take(Rates(1, 5));
+  QFile::remove(bench.folder.Path("run_1/rates_0.dat"));
+  bench.Take(Rates(1, 5), 3);
+  const korvax::DumpCounts counts = bench.control.Counts();
+  EXPECT_EQ(counts.recorded + counts.discarded + counts.failed, 4U);
+}
+
 TEST(RateFileFailure, aFileThatWasRemovedStopsRecordingWithOneLine) {
   RateBench bench("BIN");
   test::LogCapture log;
