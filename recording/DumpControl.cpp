@@ -4,6 +4,21 @@
 
 namespace korvax {
 
+namespace {
+
+QString OwnText(const QString& text) {
+  return QString(text.constData(), text.size());
+}
+
+// The worker shares no text with the main thread: the share that ends last would free what the other has used,
+// ordered by nothing but a counter inside Qt, which the thread sanitizer can't see.
+DumpSettings OwnSettings(const DumpSettings& settings) {
+  return {settings.eventsPerFile, settings.dumpTime, OwnText(settings.fileType), OwnText(settings.filePath),
+          OwnText(settings.runId)};
+}
+
+}  // namespace
+
 DumpControl::DumpControl(const PinInput& input, DumpSettings initial) : input_(input) {
   order_.settings = std::move(initial);
 }
@@ -30,10 +45,8 @@ DumpCounts DumpControl::Counts() const {
 DumpOrder DumpControl::TakeOrder(quint64 records) {
   const Lock lock(mutex_);
   CountUnrecorded(records);
-  DumpOrder order = order_;
-  order_.begun = false;
-  order_.stopped = false;
-  return order;
+  return {order_.status, std::exchange(order_.begun, false), std::exchange(order_.stopped, false), order_.runs,
+          order_.stops,  OwnSettings(order_.settings)};
 }
 
 void DumpControl::CountUnrecorded(quint64 records) {
