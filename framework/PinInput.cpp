@@ -25,6 +25,11 @@ int PinInput::Level() const {
   return upstream == nullptr ? 0 : upstream->Level();
 }
 
+quint64 PinInput::AcceptedMessages() const {
+  const PinOutput* const upstream = upstream_.load(std::memory_order_acquire);
+  return upstream == nullptr ? 0 : upstream->AcceptedMessages();
+}
+
 quint64 PinInput::DroppedRecords() const {
   const PinOutput* const upstream = upstream_.load(std::memory_order_acquire);
   return upstream == nullptr ? 0 : upstream->DroppedRecords();

@@ -22,6 +22,7 @@ public:
 
   /// Of the linked output pin; 0 without one. Any thread.
   int Level() const;
+  quint64 AcceptedMessages() const;
   quint64 DroppedRecords() const;
 
 signals:

@@ -22,6 +22,7 @@ bool PinOutput::Push(DataMessage&& message) {
     queue_.push_back(std::move(owned));
     size = static_cast<int>(queue_.size());
     size_.store(size, std::memory_order_relaxed);
+    acceptedMessages_.fetch_add(1, std::memory_order_relaxed);
   }
   const korvax::SignalCrossing crossing;
   emit NewDataPushedInPin(size);

@@ -32,6 +32,8 @@ public:
 
   /// Messages waiting. Any thread.
   int Level() const { return size_.load(std::memory_order_relaxed); }
+  /// Messages accepted since the pin was made. Any thread.
+  quint64 AcceptedMessages() const { return acceptedMessages_.load(std::memory_order_relaxed); }
   /// Records that died in Push since the pin was made, because the queue was full. Any thread.
   quint64 DroppedRecords() const { return droppedRecords_.load(std::memory_order_relaxed); }
 
@@ -42,7 +44,8 @@ signals:
 private:
   const QString name_;
   QMutex mutex_;
-  std::deque<DataMessage> queue_;  // guarded by mutex_
-  std::atomic<int> size_ = 0;      // size of queue_, written under mutex_
+  std::deque<DataMessage> queue_;              // guarded by mutex_
+  std::atomic<int> size_ = 0;                  // size of queue_, written under mutex_
+  std::atomic<quint64> acceptedMessages_ = 0;  // written under mutex_
   std::atomic<quint64> droppedRecords_ = 0;
 };

@@ -44,6 +44,7 @@ DumpCounts DumpControl::Counts() const {
 
 DumpOrder DumpControl::TakeOrder(quint64 records) {
   const Lock lock(mutex_);
+  ++ordersTaken_;
   CountUnrecorded(records);
   return {order_.status, std::exchange(order_.begun, false), std::exchange(order_.stopped, false), order_.runs,
           order_.stops,  OwnSettings(order_.settings)};
@@ -87,10 +88,17 @@ void DumpControl::ChangeStatus(DumpStatus status) {
     ++order_.stops;
     order_.stopped = true;
     counts_.dropped += dropped - droppedMark_;
-    waitingAtStop_ = wasStopped && !failing_ ? waitingAtStop_ : input_.Level();
+    waitingAtStop_ = wasStopped && !failing_ ? waitingAtStop_ : WaitingMessages();
   }
   failing_ = false;
   order_.status = status;
+}
+
+// Those in the pin, and the one that the worker has taken from it but not yet its order for.
+int DumpControl::WaitingMessages() const {
+  const int level = input_.Level();
+  const bool isOneInHand = static_cast<qint64>(input_.AcceptedMessages()) - ordersTaken_ > level;
+  return level + (isOneInHand ? 1 : 0);
 }
 
 void DumpControl::Add(const DumpCounts& counts) {

@@ -99,6 +99,7 @@ private:
   void BeginRun();
   void ChangeStatus(DumpStatus status);
   void CountUnrecorded(quint64 records);
+  int WaitingMessages() const;
   void Add(const DumpCounts& counts);
 
   const PinInput& input_;
@@ -106,6 +107,7 @@ private:
   DumpOrder order_;          // this and all below: guarded by mutex_
   DumpCounts counts_;        // dropped: up to the last stop
   bool failing_ = false;     // recording has stopped by itself
+  qint64 ordersTaken_ = 0;   // one for each message, ever
   int waitingAtStop_ = 0;    // messages that waited when recording was stopped, and still do
   quint64 droppedMark_ = 0;  // what the pin had dropped when recording began
 };

@@ -57,6 +57,7 @@ TEST(PinInput, showsTheLevelAndTheDroppedRecordsOfItsOutput) {
   const PinInput unlinked("energy");
   EXPECT_EQ(unlinked.Level(), 0);
   EXPECT_EQ(unlinked.DroppedRecords(), 0U);
+  EXPECT_EQ(unlinked.AcceptedMessages(), 0U);
 
   Link link;
   for (int i = 0; i < 10'000; ++i) {
@@ -65,6 +66,7 @@ TEST(PinInput, showsTheLevelAndTheDroppedRecordsOfItsOutput) {
   EXPECT_FALSE(link.output.Push(test::MessageOf(test::Energy(0, 0), test::Energy(0, 0))));
   EXPECT_EQ(link.input.Level(), 10'000);
   EXPECT_EQ(link.input.DroppedRecords(), 2U);
+  EXPECT_EQ(link.input.AcceptedMessages(), 10'000U);
   DataMessage message;
   ASSERT_EQ(link.input.Pop(message), 0);
   EXPECT_EQ(link.input.Level(), 9'999);

@@ -104,6 +104,7 @@ TEST(PinOutput, showsHowManyMessagesWait) {
   Fill(pin);
   EXPECT_FALSE(pin.Push(Numbered(1)));
   EXPECT_EQ(pin.Level(), 10'000);
+  EXPECT_EQ(pin.AcceptedMessages(), 10'002U) << "taken or not, but not refused";
 }
 
 TEST(PinOutput, countsTheRecordsThatDiedInTheFullQueueNotTheMessages) {

@@ -230,4 +230,19 @@ TEST_F(ACountingDumpControl, countsWhatWaitsAtAStopThatFollowsAFailure) {
   EXPECT_EQ(control.Counts().discarded, 20U);
 }
 
+TEST_F(ACountingDumpControl, countsTheMessageInHandAtAStopWithThoseThatWait) {
+  control.StartRun("1");
+  LetWait(3);
+  Take(1, 10);
+  DataMessage inHand;
+  input.Pop(inHand);
+  control.SetStatus(DumpStatus::Stopped);
+  control.TakeOrder(10);
+  Take(1, 10);
+  EXPECT_EQ(control.Counts().discarded, 20U);
+  LetWait(1);
+  Take(1, 10);
+  EXPECT_EQ(control.Counts().discarded, 20U) << "what comes after the stop is nobody's";
+}
+
 }  // namespace
