@@ -21,9 +21,6 @@ DumpOrder RunRecorder::TakeOrder(quint64 records) {
   }
   if (order.begun) {
     file_.ForgetRecords();
-    if (!file_.IsOpen()) {
-      BeginAnew();  // a file that couldn't be opened for the run before is no reason to record nothing of this one
-    }
   }
   return order;
 }

@@ -111,16 +111,20 @@ TEST(RateFileFailure, aJsonFileOnADiskThatFilledUpStillGetsItsBracketWhereItHasR
             R"([,{"timestamp":0,"rate_in":[],"rate_out":[],"counts_in":[],"counts_out":[]}])");
 }
 
-TEST(RateFileFailure, aNewRunTriesAgainWithoutAStop) {
+TEST(RateFileFailure, aNewRunTriesAgainAfterAStopOnly_isKept) {
   RateBench bench("CSV");
   bench.SetRunId("run_2");
   bench.Start();
   bench.Take(Rates(1, 5));
+  bench.control.StartRun("run_1");
+  bench.Take(Rates(1, 5));
+  EXPECT_EQ(bench.folder.Names("run_1"), QStringList());
   EXPECT_EQ(bench.control.Counts().failed, 1U);
+
+  bench.Stop();
   bench.control.StartRun("run_1");
   bench.Take(Rates(1, 5));
   EXPECT_EQ(bench.folder.Names("run_1"), QStringList("rates_0.csv"));
-  EXPECT_EQ(bench.control.Counts().failed, 0U);
   EXPECT_EQ(bench.control.Counts().recorded, 1U);
 }
 

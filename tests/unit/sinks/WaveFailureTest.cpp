@@ -39,21 +39,6 @@ TEST(WaveFileFailure, aMissingFolderIsPassedOverSilentlyAndTheNextRolloverTriesA
   EXPECT_EQ(log.Lines(), QStringList());
 }
 
-TEST(WaveFileFailure, aNewRunTriesAgainWithoutAStop) {
-  WaveBench bench("CSV", 100);
-  bench.Set([](DumpSettings& settings) { settings.runId = "run_2"; });
-  bench.Open();
-  bench.Take(1);
-  EXPECT_EQ(bench.control.Counts().failed, 1U);
-  bench.folder.Make("run_3");
-  bench.control.StartRun("run_3");
-  bench.Open();
-  bench.Take(2);
-  EXPECT_EQ(bench.folder.Names("run_3"), QStringList("scope_0.csv"));
-  EXPECT_EQ(bench.control.Counts().failed, 0U);
-  EXPECT_EQ(bench.control.Counts().recorded, 1U);
-}
-
 TEST(WaveFileFailure, aFileThatCannotBeOpenedIsNotTriedAgainBeforeTheRollover) {
   WaveBench bench("CSV", 1);
   bench.Set([](DumpSettings& settings) { settings.runId = "run_2"; });
