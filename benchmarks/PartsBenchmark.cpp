@@ -9,7 +9,7 @@
 #include "framework/PinInput.h"
 #include "recording/ListRecorder.h"
 #include "sinks/BinIndex.h"
-#include "sinks/ChannelHistogram.h"
+#include "sinks/CountGrid.h"
 
 #include <QTemporaryDir>
 
@@ -105,7 +105,7 @@ BENCHMARK(Clone);
 
 void CountSpectrum(benchmark::State& state) {
   const auto batch = DecodeBlock();
-  korvax::ChannelHistogram counts(Channels, Bins);
+  korvax::CountGrid counts(Channels, Bins);
   for (auto _ : state) {
     for (const auto& record : batch->records) {
       const auto* event = korvax::PayloadCast<KorvaxPayload_Energy>(record.get());

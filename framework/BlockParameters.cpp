@@ -18,4 +18,14 @@ void ApplyParameters(const QJsonValue& block, std::initializer_list<ParameterRul
   }
 }
 
+std::vector<qint32> Integers(const QJsonValue& value) {
+  const QJsonArray elements = value.toArray();
+  std::vector<qint32> integers;
+  integers.reserve(static_cast<std::size_t>(elements.size()));
+  for (const QJsonValue& element : elements) {
+    integers.push_back(element.toInt());
+  }
+  return integers;
+}
+
 }  // namespace korvax

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <vector>
 
 namespace korvax {
 
@@ -17,5 +18,8 @@ struct ParameterRule {
 /// Walks the block's "parameters" list in order and applies the rule whose name equals each "param_name", so a
 /// later entry overwrites an earlier one. Unknown names and a missing list change nothing.
 void ApplyParameters(const QJsonValue& block, std::initializer_list<ParameterRule> rules);
+
+/// The elements of an array, 0 for each that is no integer; empty for anything but an array.
+std::vector<qint32> Integers(const QJsonValue& value);
 
 }  // namespace korvax

@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace korvax {
@@ -15,6 +16,11 @@ inline qint32 TruncateToBin(double value) {
     return std::numeric_limits<qint32>::min();
   }
   return static_cast<qint32>(value);
+}
+
+/// The nearest integer, halves away from zero; what doesn't fit as in TruncateToBin.
+inline qint32 RoundToBin(double value) {
+  return TruncateToBin(std::round(value));
 }
 
 /// The nearest of the indices 0 to count - 1; count must be positive.

@@ -1,9 +1,7 @@
 #include "sinks/Histogram.h"
 
-#include "framework/Answers.h"
 #include "framework/BlockParameters.h"
-#include "framework/ByteWriter.h"
-#include "sinks/SinkQuery.h"
+#include "sinks/SinkAnswers.h"
 
 #include <iostream>
 
@@ -14,10 +12,7 @@ Histogram::Histogram(QObject* parent, const ChainContext& context, const QJsonVa
   const PinInput& input = AddInput();
   connect(&input, &PinInput::DataReady, this, &Histogram::NewDataInTheInputPin);
   worker_ = std::make_unique<Histogram_Thread>(Inputs(), binNumber_, channelNumber_);
-  if (binNumber_ > 0 && channelNumber_ > 0 && worker_->Counts().IsEmpty()) {
-    SetFault(QStringLiteral("\"bin_number\" times \"ch_number\": expected at most %1, and memory for them")
-                 .arg(korvax::ChannelHistogram::MostCounters));
-  }
+  SetFault(worker_->Counts().Fault(QStringLiteral("\"bin_number\" times \"ch_number\"")));
   worker_->SetGain(gain_);
   worker_->SetCuts(energyCutMin_, energyCutMax_);
   worker_->start(korvax::StreamPriority);
@@ -69,32 +64,8 @@ void Histogram::NewDataInTheInputPin(int /*FifoLevel*/) {
 }
 
 void Histogram::InterpretMessage(QString* data_in, QString* data_out) {
-  const korvax::SinkQuery query = korvax::SinkQuery::Parse(*data_in);
-  if (query.command == QLatin1String("get_data")) {
-    AppendData(query, *data_out);
-  } else if (query.command == QLatin1String("reset")) {
-    worker_->ResetCounts();
-    data_out->append(korvax::answers::Success());
-  } else if (query.command == QLatin1String("data_get_status")) {
-    data_out->append(worker_->IsRunning() ? QStringLiteral("[{\"response\": true, \"status\":\"freerun\"}]")
-                                          : QStringLiteral("[{\"response\": true, \"status\":\"idle\"}]"));
-  } else if (query.command == QLatin1String("run_control")) {
-    worker_->SetRunning(query.status == QLatin1String("freerun"));
-    data_out->append(korvax::answers::Success());
-  }
-}
-
-void Histogram::AppendData(const korvax::SinkQuery& query, QString& out) {
-  const korvax::ChannelHistogram& counts = worker_->Counts();
-  korvax::ByteWriter text;
-  const char* separator = "";
-  text.Text("[");
-  for (const qint32 channel : query.SelectedChannels(counts.Channels())) {
-    text.Text(separator).Text("{\"data\":[");
-    counts.AppendChannel(channel, text);
-    text.Text("]}");
-    separator = ",";
-  }
-  text.Text("]");
-  out.append(QLatin1String(text.View().data(), static_cast<int>(text.Size())));
+  const auto appendData = [this](const korvax::SinkQuery& query, korvax::ByteWriter& out) {
+    korvax::AppendSelectedRows(worker_->Counts(), query, out);
+  };
+  korvax::AnswerSinkQuery(*data_in, *worker_, appendData, *data_out);
 }

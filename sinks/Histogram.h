@@ -4,10 +4,6 @@
 #include "framework/QueryHandler.h"
 #include "sinks/Histogram_Thread.h"
 
-namespace korvax {
-struct SinkQuery;
-}
-
 /// The energy spectrum: one histogram per channel over raw energy × gain. Counts nothing until a client sets it
 /// running.
 class Histogram : public KorvaxBlock, public QueryHandler {
@@ -28,7 +24,6 @@ public slots:
 private:
   void ParseConfiguration(const QJsonValue& block);
   void SetCut(double& cut, const char* label, double value);
-  void AppendData(const korvax::SinkQuery& query, QString& out);
 
   qint32 binNumber_ = 0;
   qint32 channelNumber_ = 0;

@@ -1,39 +1,30 @@
 #pragma once
 
-#include "framework/WorkerThread.h"
-#include "sinks/ChannelHistogram.h"
-
-class KorvaxPayload_Energy;
+#include "sinks/CountGrid.h"
+#include "sinks/SinkThread.h"
 
 /// Counts energy events into one histogram per channel. A histogram without bins or channels discards them.
-class Histogram_Thread final : public korvax::WorkerThread {
+class Histogram_Thread final : public korvax::SinkThread {
 public:
   Histogram_Thread(const KorvaxBlock::InputPins& inputs, qint32 bins, qint32 channels);
 
-  // Main thread. Each waits for the message that is being counted, so that it holds for every event counted after
-  // it returns.
+  // Main thread.
   void SetGain(double gain);
+  /// Lowest and highest bin that counts.
   void SetCuts(double min, double max);
-  void SetRunning(bool running);
-  void ResetCounts();
-
-  bool IsRunning() const;
   /// To be read only; a reading may mix the counts from before and after a message.
-  const korvax::ChannelHistogram& Counts() const { return counts_; }
+  const korvax::CountGrid& Counts() const { return counts_; }
 
 protected:
-  void Consume(DataMessage&& message) override;
+  void Count(const PayloadBatch& batch) override;
+  void Clear() override { counts_.Reset(); }
 
 private:
-  struct Settings {
-    double gain = 1.0;
-    double cutMin = 0.0;
-    double cutMax = 4294967295.0;
-    bool running = false;
-  };
-  void CountEvent(const KorvaxPayload_Energy& event, const Settings& settings);
+  void CountEvent(const KorvaxPayload_Energy& event);
 
-  mutable QMutex mutex_;             // taken once per message
-  Settings settings_;                // guarded by mutex_
-  korvax::ChannelHistogram counts_;  // written under mutex_, read without
+  // Guarded by Mutex().
+  double gain_ = 1.0;
+  double cutMin_ = 0.0;
+  double cutMax_ = 4294967295.0;
+  korvax::CountGrid counts_;  // read without
 };

@@ -1,5 +1,6 @@
 #include "sinks/SinkQuery.h"
 
+#include "framework/BlockParameters.h"
 #include "framework/QueryArgs.h"
 
 #include <QJsonObject>
@@ -13,10 +14,8 @@ SinkQuery SinkQuery::Parse(const QString& text) {
   const QueryArgs args(text);
   SinkQuery query{args.Text("source"), args.Text("cmd"), {}, args.Text("status")};
   for (const QJsonValue& element : args.Elements()) {
-    const QJsonArray channels = element.toObject()["channels"].toArray();
-    for (const QJsonValue& channel : channels) {
-      query.channels.push_back(channel.toInt());
-    }
+    const std::vector<qint32> channels = Integers(element.toObject()["channels"]);
+    query.channels.insert(query.channels.end(), channels.begin(), channels.end());
   }
   return query;
 }

@@ -1,5 +1,5 @@
 #include "framework/ByteWriter.h"
-#include "sinks/ChannelHistogram.h"
+#include "sinks/CountGrid.h"
 
 #include <gtest/gtest.h>
 
@@ -9,36 +9,36 @@
 
 namespace {
 
-using korvax::ChannelHistogram;
+using korvax::CountGrid;
 
-std::string Channel(const ChannelHistogram& histogram, qint32 channel) {
+std::string Channel(const CountGrid& histogram, qint32 channel) {
   korvax::ByteWriter out;
-  histogram.AppendChannel(channel, out);
+  histogram.AppendRow(channel, out);
   return std::string(out.View());
 }
 
 // Counting to 2^32 one by one would take minutes under a sanitizer, so this opens the counters to the test.
-std::atomic<quint32>* CountersOf(const ChannelHistogram& histogram);
+std::atomic<quint32>* CountersOf(const CountGrid& histogram);
 
 template <auto Counters>
 struct Open {
-  friend std::atomic<quint32>* CountersOf(const ChannelHistogram& histogram) {
+  friend std::atomic<quint32>* CountersOf(const CountGrid& histogram) {
     return (histogram.*Counters).get();
   }
 };
-template struct Open<&ChannelHistogram::counters_>;
+template struct Open<&CountGrid::counters_>;
 
-TEST(ChannelHistogram, startsWithZeros) {
-  const ChannelHistogram histogram(2, 3);
+TEST(CountGrid, startsWithZeros) {
+  const CountGrid histogram(2, 3);
   EXPECT_FALSE(histogram.IsEmpty());
-  EXPECT_EQ(histogram.Channels(), 2);
-  EXPECT_EQ(histogram.Bins(), 3);
+  EXPECT_EQ(histogram.Rows(), 2);
+  EXPECT_EQ(histogram.Columns(), 3);
   EXPECT_EQ(Channel(histogram, 0), "0,0,0");
   EXPECT_EQ(Channel(histogram, 1), "0,0,0");
 }
 
-TEST(ChannelHistogram, countsEachChannelAndBinForItself) {
-  ChannelHistogram histogram(3, 2);
+TEST(CountGrid, countsEachChannelAndBinForItself) {
+  CountGrid histogram(3, 2);
   histogram.Count(0, 0);
   histogram.Count(1, 1);
   histogram.Count(1, 1);
@@ -49,8 +49,8 @@ TEST(ChannelHistogram, countsEachChannelAndBinForItself) {
   EXPECT_EQ(histogram.At(1, 1), 2U);
 }
 
-TEST(ChannelHistogram, wrapsAt2To32) {
-  ChannelHistogram histogram(1, 1);
+TEST(CountGrid, wrapsAt2To32) {
+  CountGrid histogram(1, 1);
   CountersOf(histogram)[0] = 0xFFFFFFFE;
   histogram.Count(0, 0);
   EXPECT_EQ(histogram.At(0, 0), 0xFFFFFFFFU);
@@ -60,8 +60,8 @@ TEST(ChannelHistogram, wrapsAt2To32) {
   EXPECT_EQ(histogram.At(0, 0), 1U);
 }
 
-TEST(ChannelHistogram, showsCountsAsSignedDecimals_isKept) {
-  ChannelHistogram histogram(1, 4);
+TEST(CountGrid, showsCountsAsSignedDecimals_isKept) {
+  CountGrid histogram(1, 4);
   CountersOf(histogram)[0] = 0x7FFFFFFF;
   CountersOf(histogram)[1] = 0x80000000;
   CountersOf(histogram)[2] = 0xFFFFFFFF;
@@ -69,8 +69,8 @@ TEST(ChannelHistogram, showsCountsAsSignedDecimals_isKept) {
   EXPECT_EQ(Channel(histogram, 0), "2147483647,-2147483648,-1,12");
 }
 
-TEST(ChannelHistogram, resetClearsEveryCounter) {
-  ChannelHistogram histogram(2, 2);
+TEST(CountGrid, resetClearsEveryCounter) {
+  CountGrid histogram(2, 2);
   histogram.Count(0, 0);
   histogram.Count(1, 1);
   histogram.Reset();
@@ -80,15 +80,15 @@ TEST(ChannelHistogram, resetClearsEveryCounter) {
   EXPECT_EQ(Channel(histogram, 1), "0,1");
 }
 
-TEST(ChannelHistogram, appendsToWhatTheBufferHolds) {
-  const ChannelHistogram histogram(1, 2);
+TEST(CountGrid, appendsToWhatTheBufferHolds) {
+  const CountGrid histogram(1, 2);
   korvax::ByteWriter out;
   out.Text("counts: ");
-  histogram.AppendChannel(0, out);
+  histogram.AppendRow(0, out);
   EXPECT_EQ(out.View(), "counts: 0,0");
 }
 
-TEST(ChannelHistogram, withoutBinsOrChannelsOrBeyondTheLimitHoldsNothing) {
+TEST(CountGrid, withoutBinsOrChannelsOrBeyondTheLimitHoldsNothing) {
   constexpr qint32 Greatest = std::numeric_limits<qint32>::max();
   constexpr qint32 Least = std::numeric_limits<qint32>::min();
   struct Row {
@@ -96,16 +96,16 @@ TEST(ChannelHistogram, withoutBinsOrChannelsOrBeyondTheLimitHoldsNothing) {
   };
   for (const Row row : {Row{0, 0}, Row{0, 5}, Row{5, 0}, Row{-1, 5}, Row{5, -1}, Row{-5, -5}, Row{Least, Least},
                         Row{Greatest, Greatest}, Row{8192, 8193}, Row{1, Greatest}}) {
-    ChannelHistogram histogram(row.channels, row.bins);
+    CountGrid histogram(row.channels, row.bins);
     EXPECT_TRUE(histogram.IsEmpty()) << row.channels << " x " << row.bins;
-    EXPECT_EQ(histogram.Channels(), row.channels);
+    EXPECT_EQ(histogram.Rows(), row.channels);
     histogram.Reset();
     EXPECT_EQ(Channel(histogram, 0), "");
   }
 }
 
-TEST(ChannelHistogram, isReadWhileAnotherThreadCounts) {
-  ChannelHistogram histogram(1, 2);
+TEST(CountGrid, isReadWhileAnotherThreadCounts) {
+  CountGrid histogram(1, 2);
   std::thread counter([&histogram] {
     for (int i = 0; i < 50'000; ++i) {
       histogram.Count(0, 1);
@@ -122,10 +122,10 @@ TEST(ChannelHistogram, isReadWhileAnotherThreadCounts) {
 }
 
 // The longest texts of all counters must fit one answer: a QString holds 2^30 - 1 characters at most.
-TEST(ChannelHistogram, atTheLimitFitsOneAnswer) {
+TEST(CountGrid, atTheLimitFitsOneAnswer) {
   constexpr qint64 Counters = 67'108'864;
   constexpr qint64 LongestText = 12;  // -2147483648 and a comma
-  EXPECT_FALSE(ChannelHistogram(8192, 8192).IsEmpty());
+  EXPECT_FALSE(CountGrid(8192, 8192).IsEmpty());
   EXPECT_EQ(qint64{8192} * 8192, Counters);
   EXPECT_LT(Counters * LongestText, (qint64{1} << 30) - 1);
 }

@@ -1,0 +1,41 @@
+#include "sinks/Image_Thread.h"
+
+Image_Thread::Image_Thread(const KorvaxBlock::InputPins& inputs, qint32 rows, qint32 columns)
+    : SinkThread(inputs, When::Running),
+      immediate_(rows, columns),
+      cumulative_(rows, columns),
+      taken_(rows, columns) {}
+
+QString Image_Thread::Fault() const {
+  for (const korvax::CountGrid* image : {&immediate_, &cumulative_, &taken_}) {
+    const QString fault =
+        image->Fault(QStringLiteral("entries of \"x_positions\" times those of \"y_positions\""));
+    if (!fault.isEmpty()) {
+      return fault;
+    }
+  }
+  return {};
+}
+
+const korvax::CountGrid& Image_Thread::TakeImmediate() {
+  taken_.Reset();
+  const korvax::Lock lock(Mutex());
+  std::swap(taken_, immediate_);
+  return taken_;
+}
+
+void Image_Thread::Count(const PayloadBatch& batch) {
+  if (!cumulative_.IsEmpty()) {
+    korvax::ForEachEvent(batch, [this](const KorvaxPayload_Energy& event) { CountEvent(event); });
+  }
+}
+
+void Image_Thread::CountEvent(const KorvaxPayload_Energy& event) {
+  const auto channel = static_cast<qint32>(event.channel);
+  const qint32 row = channel / cumulative_.Columns();
+  if (channel >= 0 && row < cumulative_.Rows()) {
+    const qint32 column = channel % cumulative_.Columns();
+    immediate_.Count(row, column);
+    cumulative_.Count(row, column);
+  }
+}
