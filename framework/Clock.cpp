@@ -12,6 +12,10 @@ public:
   qint64 SecondsSinceEpoch() const override {
     return Count<std::chrono::seconds>(std::chrono::system_clock::now());
   }
+  qint64 NanosecondsSinceEpoch() const override {
+    using Ticks = std::chrono::duration<qint64, std::ratio<1, 10'000'000>>;
+    return 100 * Count<Ticks>(std::chrono::system_clock::now());
+  }
 
 private:
   template <typename Unit, typename TimePoint>

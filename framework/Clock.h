@@ -4,7 +4,7 @@
 
 namespace korvax {
 
-/// The two clocks that recording reads, so that tests can set them. Any thread.
+/// The clocks that blocks read, so that tests can set them. Any thread.
 class Clock {
 public:
   virtual ~Clock() = default;
@@ -13,6 +13,8 @@ public:
   virtual qint64 SteadyMs() const = 0;
   /// Seconds since 1970-01-01 UTC.
   virtual qint64 SecondsSinceEpoch() const = 0;
+  /// Nanoseconds since 1970-01-01 UTC, in steps of 100.
+  virtual qint64 NanosecondsSinceEpoch() const = 0;
 
   /// The machine's own.
   static const Clock& System();

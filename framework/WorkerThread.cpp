@@ -35,10 +35,11 @@ void WorkerThread::Drain() {
   for (;;) {
     DataMessage message;
     if (inputs_.front()->Pop(message) != PinInput::Taken) {
-      return;
+      break;
     }
     Consume(std::move(message));
   }
+  AfterDrain();
 }
 
 void WorkerThread::run() {

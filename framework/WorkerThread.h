@@ -33,6 +33,9 @@ protected:
   /// Worker thread.
   virtual void Consume(DataMessage&& message) = 0;
 
+  /// The block's work on what Consume has gathered, once the queue is empty. Worker thread.
+  virtual void AfterDrain() {}
+
   /// The block's last work, after the last message. Worker thread, once.
   virtual void Finish() {}
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "framework/KorvaxBlock.h"
+
+/// Copies every message of its input to each of its "output_count" outputs, so that several blocks can read one
+/// stream. Works on the main thread. Copies are those of the records' own Clone: waves lose what that leaves out.
+class Process_Tee : public KorvaxBlock {
+  Q_OBJECT
+
+public:
+  /// The most outputs that a tee may have.
+  static constexpr int MostOutputs = 1024;
+
+  Process_Tee(QObject* parent, const ChainContext& context, const QJsonValue& block);
+
+public slots:
+  void NewDataInTheInputPin(int FifoLevel);
+
+private:
+  void CopyToOutputs(const DataMessage& message);
+};
