@@ -2,10 +2,15 @@
 
 #include "acquisition/Source.h"
 #include "boards/HV.h"
+#include "processing/Process_Tee.h"
+#include "processing/Process_Time_Sorting.h"
 #include "recording/DataDumper.h"
 #include "recording/SinkRateCounter.h"
 #include "sinks/Histogram.h"
+#include "sinks/Image.h"
 #include "sinks/Oscilloscope.h"
+#include "sinks/Position.h"
+#include "sinks/time_distribution.h"
 
 #include <algorithm>
 #include <array>
@@ -26,9 +31,14 @@ struct BlockTypeEntry {
 
 constexpr std::array BlockTypes{
     BlockTypeEntry{"source", Make<Source>},
+    BlockTypeEntry{"time_sorting", Make<Process_Time_Sorting>},
+    BlockTypeEntry{"tee", Make<Process_Tee>},
+    BlockTypeEntry{"position", Make<Position>},
+    BlockTypeEntry{"image", Make<Image>},
     BlockTypeEntry{"spectrum", Make<Histogram>},
-    BlockTypeEntry{"oscilloscope", Make<Oscilloscope>},
+    BlockTypeEntry{"tof_histogram", Make<time_distribution>},
     BlockTypeEntry{"dumper", Make<DataDumper>},
+    BlockTypeEntry{"oscilloscope", Make<Oscilloscope>},
     BlockTypeEntry{"rate_counters_sink", Make<SinkRateCounter>},
     BlockTypeEntry{"hv", Make<HV>},
 };

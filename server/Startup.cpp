@@ -2,6 +2,7 @@
 
 #include "acquisition/Source.h"
 #include "boards/DigitizerBoard.h"
+#include "control/FileWatcher.h"
 #include "control/MainWebSocket.h"
 #include "control/korvax_commands.h"
 #include "server/ChainAssembly.h"
@@ -36,6 +37,7 @@ Startup::Startup(const QString& configurationPath) : configurationPath_(configur
 
 Startup::~Startup() {
   webSocket_.reset();
+  fileWatcher_.reset();
   // All sources at once, as each may still wait for its board; then the workers in chain order.
   ForEachSource([](Source& source) { source.RequestStop(); });
   ForEachSource([](Source& source) { source.StopWorker(); });
@@ -77,6 +79,7 @@ std::optional<int> Startup::Prepare() {
     return failure;
   }
   ArmBoards();
+  WatchConfiguration();
   webSocket_ = std::make_unique<MainWebSocket>(Port, false, &blocks_);
   ForEachSource([](Source& source) { source.Run(); });
   AddRunControl();
@@ -90,6 +93,11 @@ std::optional<int> Startup::BuildChain(const Configuration& configuration) {
   }
   qInfo().noquote() << fault;
   return 1;
+}
+
+void Startup::WatchConfiguration() {
+  fileWatcher_ = std::make_unique<FileWatcher>(boards_);
+  fileWatcher_->addPath(configurationPath_);
 }
 
 void Startup::AddRunControl() {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 
+class FileWatcher;
 class MainWebSocket;
 class Source;
 struct Configuration;
@@ -31,6 +32,7 @@ public:
 private:
   std::optional<int> BuildChain(const Configuration& configuration);
   void ArmBoards() const;
+  void WatchConfiguration();
   void AddRunControl();
   void ForEachSource(const std::function<void(Source&)>& action) const;
 
@@ -38,5 +40,6 @@ private:
   BoardPlugins plugins_;
   BoardList boards_;
   BlockList blocks_;
+  std::unique_ptr<FileWatcher> fileWatcher_;
   std::unique_ptr<MainWebSocket> webSocket_;
 };
