@@ -20,6 +20,7 @@ public:
   /// "n_channels", the channels that array parameters are read for. More than MostChannels are a fault: false,
   /// and the number stays as it was.
   bool ParseParameters(const QJsonValue& block) override;
+  QueryReach Reach() const override { return QueryReach::Both; }
 
 public slots:
   /// Switches the high voltage without an answer, or answers parameter values at one library call for each value.

@@ -15,6 +15,7 @@ class korvax_commands : public KorvaxBlock, public QueryHandler {
 public:
   /// The context's block list outlives this block, which acts on all blocks that are in it when a query comes.
   korvax_commands(QObject* parent, const ChainContext& context);
+  QueryReach Reach() const override { return QueryReach::ByName; }
 
 public slots:
   void InterpretMessage(QString* data_in, QString* data_out) override;

@@ -16,6 +16,7 @@ public:
 
   /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
   void StartRun(const korvax::DumpSettings& settings);
+  QueryReach Reach() const override { return QueryReach::ByName; }
 
 public slots:
   void NewDataInTheInputPin(int FifoLevel);

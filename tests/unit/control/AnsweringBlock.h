@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-/// A block of any type that answers "<its name>:<the query>" and keeps the queries it got.
+/// A block, reached as the type that it plays, that answers "<its name>:<the query>" and keeps the queries it got.
 class AnsweringBlock : public KorvaxBlock, public QueryHandler {
 public:
   AnsweringBlock(const QString& type, const QString& name, const QString& fullPath)
@@ -17,6 +17,14 @@ public:
     queries << *data_in;
     data_out->append(answer.isNull() ? Name() + ":" + *data_in : answer);
     data_in->clear();  // it is the block's own copy
+  }
+
+  QueryReach Reach() const override {
+    if (BlockType() == "hv") {
+      return QueryReach::Both;
+    }
+    return QStringList{"dumper", "oscilloscope", "commands"}.contains(BlockType()) ? QueryReach::ByName
+                                                                                  : QueryReach::ByPath;
   }
 
   QStringList queries;
