@@ -62,9 +62,15 @@ constexpr std::array keys{
     Key{"rate", InArray | InFull, [](S& s, V v) { return Real(s.generator.rate, v, 0.001, 1e6); }},
     Key{"seed", InArray | InFull, [](S& s, V v) { return Whole<std::uint64_t>(s.generator.seed, v, 0, ~0ULL); }},
     Key{"gain", InArray | InFull, [](S& s, V v) { return Real(s.generator.gain, v, 0.01, 1000.0); }},
-    Key{"coincidence", InArray | InFull, [](S& s, V v) { return Real(s.generator.coincidence, v, 0.0, 1.0); }},
+    Key{"coincidence", InArray | InFull,
+        [](S& s, V v) {
+          s.coincidenceGiven = true;
+          return Real(s.generator.coincidence, v, 0.0, 1.0);
+        }},
     Key{"disorder", InArray | InFull,
         [](S& s, V v) { return Whole<std::uint32_t>(s.generator.disorder, v, 0, 1'000'000'000); }},
+    Key{"scene", InArray, [](S& s, V v) { return Assign(s.generator.scene, SceneFromName(v)); }},
+    Key{"columns", InArray, [](S& s, V v) { return Whole<std::uint32_t>(s.generator.columns, v, 1, 256); }},
     Key{"queue", InArray, [](S& s, V v) { return Whole<std::size_t>(s.detector.queue, v, 1, 100'000'000); }},
     Key{"block", InArray | InReplay,
         [](S& s, V v) { return Whole<std::size_t>(s.detector.block, v, 1, 1'000'000); }},
@@ -88,6 +94,23 @@ constexpr std::array keys{
     Key{"empty", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.emptyRead, v, 0, Many); }},
     Key{"negative", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.negativeRead, v, 0, Many); }},
 };
+
+// Settles what depends on the scene, once all keys are read; false where they don't go together.
+bool SettleScene(BoardSettings& settings) {
+  GeneratorSettings& generator = settings.generator;
+  switch (generator.scene) {
+    case Scene::Pixels:
+      return generator.columns <= generator.channels;
+    case Scene::Strips:
+      if (!settings.coincidenceGiven) {
+        generator.coincidence = 1.0 - DetectorModel::NoiseShare;
+      }
+      return generator.columns == 0 && generator.channels % 2 == 0;
+    case Scene::None:
+      break;
+  }
+  return generator.columns == 0;
+}
 
 std::optional<Mode> ModeFromName(std::string_view name) {
   if (name == "array") {
@@ -142,7 +165,7 @@ std::optional<BoardSettings> ParseConnectionString(std::string_view text) {
   if (question != std::string_view::npos && !ReadPairs(settings, text.substr(question + 1))) {
     return std::nullopt;
   }
-  return settings;
+  return SettleScene(settings) ? settings : std::optional<BoardSettings>();
 }
 
 }  // namespace korvax::sim

@@ -17,6 +17,7 @@ struct BoardSettings {
   GeneratorSettings generator;
   DetectorSettings detector;
   bool channelsGiven = false;
+  bool coincidenceGiven = false;
   double waveRate = 10.0;
   std::uint32_t samples = 512;
 
@@ -35,7 +36,7 @@ struct BoardSettings {
 };
 
 // "sim:MODE" or "sim:MODE?key=value&key=value". Nothing for an unknown mode or key, a key that the mode
-// doesn't have or that comes twice, or a value out of range.
+// doesn't have or that comes twice, a value out of range, or keys that don't go together.
 std::optional<BoardSettings> ParseConnectionString(std::string_view text);
 
 }  // namespace korvax::sim

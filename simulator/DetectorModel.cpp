@@ -10,7 +10,6 @@ namespace korvax::sim {
 namespace {
 
 constexpr double ElectronMassKeV = 510.999;
-constexpr double NoiseShare = 0.10;
 constexpr double NoiseMeanKeV = 12.0;
 constexpr double PhotoPeakShare = 0.40;
 constexpr double BackscatterShare = 0.06;
@@ -96,7 +95,11 @@ DetectorModel::DetectorModel(RadioactiveSource source) {
 }
 
 double DetectorModel::DrawEnergy(Random& random) const {
-  return random.Uniform() < NoiseShare ? random.Exponential(NoiseMeanKeV) : DrawSignal(random);
+  return random.Uniform() < NoiseShare ? DrawNoise(random) : DrawSignal(random);
+}
+
+double DetectorModel::DrawNoise(Random& random) {
+  return random.Exponential(NoiseMeanKeV);
 }
 
 double DetectorModel::DrawSignal(Random& random) const {

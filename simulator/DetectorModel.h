@@ -25,12 +25,15 @@ double PeakSigma(double keV);
 // continuum and a backscatter peak; an exponential noise floor; for "background" a falling continuum.
 class DetectorModel {
 public:
+  static constexpr double NoiseShare = 0.10;
+
   explicit DetectorModel(RadioactiveSource source);
 
   // One energy in keV, never negative.
   double DrawEnergy(Random& random) const;
   // As DrawEnergy, but no noise: what two detectors see in coincidence.
   double DrawSignal(Random& random) const;
+  static double DrawNoise(Random& random);
 
 private:
   struct Line {

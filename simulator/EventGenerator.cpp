@@ -25,7 +25,7 @@ void TellPartner(Hit& later, const Hit& earlier) {
 
 EventGenerator::EventGenerator(const GeneratorSettings& settings)
     : settings_(settings),
-      model_(settings.source),
+      array_(MakeDetectorArray(settings)),
       pairProbability_(PairProbability(settings)),
       meanDistanceNs_(1e9 * (1.0 + pairProbability_) / settings.rate),
       random_(settings.seed, EventStream) {
@@ -72,21 +72,14 @@ void EventGenerator::MakeDecay() {
   if (random_.Uniform() < pairProbability_) {
     MakePair();
   } else {
-    MakeSingle();
+    Queue(MakeHit(array_->DrawSingle(random_)));
   }
 }
 
-void EventGenerator::MakeSingle() {
-  const std::uint32_t channel = random_.Below(settings_.channels);
-  Queue(MakeHit(channel, nextDecayNs_, model_.DrawEnergy(random_)));
-}
-
 void EventGenerator::MakePair() {
-  const std::uint32_t even = 2 * random_.Below(settings_.channels / 2);
-  const std::uint32_t first = even + random_.Below(2);
-  const double distance = random_.Uniform(0.0, MaxCoincidenceNs);
-  Hit a = MakeHit(first, nextDecayNs_, model_.DrawSignal(random_));
-  Hit b = MakeHit(first ^ 1U, nextDecayNs_ + distance, model_.DrawSignal(random_));
+  const std::array<Signal, 2> signals = array_->DrawPair(random_);
+  Hit a = MakeHit(signals[0]);
+  Hit b = MakeHit(signals[1]);
   if (DueTime(a) <= DueTime(b)) {
     TellPartner(b, a);
   } else {
@@ -96,12 +89,12 @@ void EventGenerator::MakePair() {
   Queue(b);
 }
 
-Hit EventGenerator::MakeHit(std::uint32_t channel, double timeNs, double keV) const {
+Hit EventGenerator::MakeHit(const Signal& signal) const {
   Hit hit;
-  hit.timestamp = static_cast<std::uint64_t>(timeNs);
-  hit.channel = channel;
-  hit.energyKeV = keV;
-  hit.energyRaw = gains_[channel].ToRaw(keV);
+  hit.timestamp = static_cast<std::uint64_t>(nextDecayNs_ + signal.delayNs);
+  hit.channel = signal.channel;
+  hit.energyKeV = signal.keV;
+  hit.energyRaw = gains_[signal.channel].ToRaw(signal.keV);
   hit.secondFlag = hit.energyRaw == ChannelGain::Saturated ? 1 : 0;
   return hit;
 }

@@ -47,8 +47,8 @@ TEST(QueriesPage, EveryExchangeOfThePageIsWhatTheServerAnswers) {
   const test::MarkdownPage page(QStringLiteral("docs/queries.md"));
   const test::DemoChain chain(GroupWith(page.BlocksOf(QStringLiteral("json block"))));
   ASSERT_EQ(qPrintable(chain.Fault()), std::string());
-  chain.Block(QStringLiteral("rates_source2")).Outputs().front()->Push(RateRecord());
-  auto& rates = dynamic_cast<SinkRateCounter&>(chain.Block(QStringLiteral("rates2")));
+  chain.Block(QStringLiteral("rates_source1")).Outputs().front()->Push(RateRecord());
+  auto& rates = dynamic_cast<SinkRateCounter&>(chain.Block(QStringLiteral("rates1")));
   ASSERT_TRUE(test::WaitFor([&] {
     rates.NewDataInTheInputPin(0);  // again and again: a wake-up may be lost
     QString query = QStringLiteral(R"({"args": [{"cmd": "get_data", "source": "immediate"}]})");

@@ -28,7 +28,7 @@ protected:
     return CountsIn(Tell(block, query))["recorded"].toInt();
   }
   int RecordedRates() {
-    const QString path = QStringLiteral("processing/0/filter_chain/rates2/chain/rates2");
+    const QString path = QStringLiteral("processing/0/filter_chain/rates1/chain/rates1");
     return CountsIn(Tell("query_by_json", Query(path, R"({"cmd":"get_dump_counts"})")))["recorded"].toInt();
   }
   static QJsonObject CountsIn(const QString& answer) {
@@ -52,15 +52,15 @@ TEST_P(DemoRunTest, EndedByASignalLeavesWholeFilesOfEventsWavesAndRates) {
   int waves = 0;
   int rates = 0;
   ASSERT_TRUE(WaitFor([&] {
-    events = Recorded(QStringLiteral("dumper2"));
-    waves = Recorded(QStringLiteral("scope2"));
+    events = Recorded(QStringLiteral("dumper1"));
+    waves = Recorded(QStringLiteral("scope1"));
     rates = RecordedRates();
     return events > 0 && waves > 1 && rates > 1;
   }));
   EndServer();
-  ExpectGood(QStringLiteral("dumper2"), Kind::List, events);
-  ExpectGood(QStringLiteral("scope2"), Kind::Waves, waves);
-  ExpectGood(QStringLiteral("rates2"), Kind::Rates, rates);
+  ExpectGood(QStringLiteral("dumper1"), Kind::List, events);
+  ExpectGood(QStringLiteral("scope1"), Kind::Waves, waves);
+  ExpectGood(QStringLiteral("rates1"), Kind::Rates, rates);
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryForm, DemoRunTest, testing::Values(Form::Binary, Form::Csv, Form::Json), NameOfForm);

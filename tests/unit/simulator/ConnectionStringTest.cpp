@@ -36,6 +36,28 @@ TEST(ConnectionString, SetsUpAnArray) {
   EXPECT_EQ(settings->samples, 64U);
 }
 
+TEST(ConnectionString, SetsUpAScene) {
+  const auto pixels = ParseConnectionString("sim:array?channels=256&scene=pixels&columns=32");
+  ASSERT_TRUE(pixels);
+  EXPECT_EQ(pixels->generator.scene, Scene::Pixels);
+  EXPECT_EQ(pixels->generator.columns, 32U);
+  EXPECT_EQ(pixels->generator.coincidence, 0.2);
+  const auto none = ParseConnectionString("sim:array?scene=none");
+  ASSERT_TRUE(none);
+  EXPECT_EQ(none->generator.scene, Scene::None);
+  EXPECT_TRUE(ParseConnectionString("sim:array?columns=8&scene=pixels&channels=8"));
+}
+
+TEST(ConnectionString, PairsTheHitsOfStripsButForNoiseWhereNotToldOtherwise) {
+  const auto strips = ParseConnectionString("sim:array?scene=strips&channels=32");
+  ASSERT_TRUE(strips);
+  EXPECT_EQ(strips->generator.scene, Scene::Strips);
+  EXPECT_EQ(strips->generator.coincidence, 0.9);
+  for (const char* text : {"sim:array?coincidence=0.2&scene=strips", "sim:array?scene=strips&coincidence=0.2"}) {
+    EXPECT_EQ(ParseConnectionString(text)->generator.coincidence, 0.2) << text;
+  }
+}
+
 TEST(ConnectionString, SetsUpAReplay) {
   const auto settings = ParseConnectionString("sim:replay?file=/a b/c=d?.bin&speed=0&loop=1&block=10");
   ASSERT_TRUE(settings);
@@ -106,6 +128,22 @@ TEST(ConnectionString, IsRefusedWithAnUnknownModeOrKeyOrABadValue) {
                            "sim:array?open=yes",
                            "sim:array?fail_read=-1",
                            "sim:array?samples=8",
+                           "sim:array?scene=",
+                           "sim:array?scene=pixel",
+                           "sim:array?scene=1",
+                           "sim:full?scene=pixels",
+                           "sim:full?columns=4",
+                           "sim:replay?file=/x&scene=pixels",
+                           "sim:array?scene=pixels&columns=0",
+                           "sim:array?scene=pixels&columns=x",
+                           "sim:array?scene=pixels&columns=257&channels=256",
+                           "sim:array?scene=pixels&columns=9",
+                           "sim:array?channels=8&columns=9&scene=pixels",
+                           "sim:array?columns=4",
+                           "sim:array?scene=none&columns=4",
+                           "sim:array?scene=strips&columns=4",
+                           "sim:array?scene=strips&channels=7",
+                           "sim:array?channels=1&scene=strips",
                            "sim:array?queue=0"}) {
     EXPECT_FALSE(ParseConnectionString(text)) << text;
   }

@@ -116,6 +116,7 @@ TEST(EventGenerator, PutsTheAskedShareOfHitsInCoincidence) {
 TEST(EventGenerator, PutsPartnersOnNeighboursAFewTensOfNanosecondsApart) {
   const std::vector<Hit> hits = HitsOfSeconds({}, 1);
   std::size_t pairs = 0;
+  double apart = 0.0;
   for (std::size_t i = 0; i < hits.size(); ++i) {
     if (!hits[i].completesPair) {
       continue;
@@ -123,6 +124,7 @@ TEST(EventGenerator, PutsPartnersOnNeighboursAFewTensOfNanosecondsApart) {
     ++pairs;
     const auto distance = static_cast<std::int64_t>(hits[i].timestamp - hits[i].partnerTimestamp);
     EXPECT_LE(std::abs(distance), 61);
+    apart += static_cast<double>(std::abs(distance));
     const auto partner =
         std::find_if(hits.begin(), hits.begin() + static_cast<std::ptrdiff_t>(i), [&](const Hit& other) {
           return other.timestamp == hits[i].partnerTimestamp && other.channel == (hits[i].channel ^ 1U);
@@ -132,6 +134,7 @@ TEST(EventGenerator, PutsPartnersOnNeighboursAFewTensOfNanosecondsApart) {
     EXPECT_EQ(partner->energyKeV, hits[i].partnerKeV);
   }
   EXPECT_GT(pairs, 1500U);
+  EXPECT_NEAR(apart / static_cast<double>(pairs), 30.0, 2.5);  // evenly up to 60
 }
 
 TEST(EventGenerator, GivesAnOddLastChannelAndASingleChannelNoPartners) {
