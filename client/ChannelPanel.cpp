@@ -18,10 +18,6 @@ std::size_t PlotRoom(int width) {
   return width < gutter + smallestPlotWidth ? 0 : static_cast<std::size_t>(width - gutter);
 }
 
-quint64 Largest(const std::vector<quint64>& sums) {
-  return sums.empty() ? 0 : *std::ranges::max_element(sums);
-}
-
 }  // namespace
 
 ChannelPanel::ChannelPanel(const ChannelView& view, const PictureOptions& options, int height)
@@ -53,8 +49,7 @@ QString ChannelPanel::HeadLine() const {
   if (!shown_.empty() && shown_.size() < view_.counts.size()) {
     fields[0] += QStringLiteral(", bins %1-%2").arg(firstBin_).arg(firstBin_ + shown_.size() - 1);
   }
-  const quint64 total = Total(shown_);
-  fields.append(QString::number(total) + (total == 1 ? QStringLiteral(" count") : QStringLiteral(" counts")));
+  fields.append(Counted(Total(shown_), QStringLiteral("count")));
   const auto fullest = std::ranges::max_element(shown_);
   if (fullest != shown_.end() && *fullest > 0) {
     const std::size_t bin = firstBin_ + static_cast<std::size_t>(fullest - shown_.begin());

@@ -1,6 +1,5 @@
 #include "client/ColumnAxis.h"
 
-#include "client/CountScale.h"
 #include "client/TextFit.h"
 
 #include <algorithm>
@@ -11,10 +10,8 @@ namespace {
 
 /// A round distance between labelled bins that leaves blanks between the labels.
 std::size_t LabelStep(const ColumnAxis& axis) {
-  const ColumnLayout& layout = axis.layout;
-  const auto digits = static_cast<std::size_t>(QString::number(axis.first + layout.bins - 1).size());
-  const std::size_t columns = (digits + 3) * axis.columnsPerCharacter;
-  return RoundUp((columns * layout.binsPerColumn + layout.columnsPerBin - 1) / layout.columnsPerBin);
+  const auto digits = static_cast<std::size_t>(QString::number(axis.first + axis.layout.bins - 1).size());
+  return axis.layout.RoundStep((digits + 3) * axis.columnsPerCharacter);
 }
 
 }  // namespace

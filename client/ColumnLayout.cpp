@@ -1,5 +1,8 @@
 #include "client/ColumnLayout.h"
 
+#include "client/CountScale.h"
+
+#include <algorithm>
 #include <numeric>
 
 namespace korvax::client {
@@ -24,6 +27,10 @@ std::size_t ColumnLayout::ColumnOf(std::size_t bin) const {
   return bin * columnsPerBin / binsPerColumn + (columnsPerBin - 1) / 2;
 }
 
+std::size_t ColumnLayout::RoundStep(std::size_t room) const {
+  return RoundUp((room * binsPerColumn + columnsPerBin - 1) / columnsPerBin);
+}
+
 std::vector<quint64> ColumnLayout::Sums(std::span<const quint32> counts) const {
   std::vector<quint64> sums;
   sums.reserve(columns);
@@ -32,6 +39,10 @@ std::vector<quint64> ColumnLayout::Sums(std::span<const quint32> counts) const {
     sums.insert(sums.end(), columnsPerBin, std::accumulate(share.begin(), share.end(), quint64{0}));
   }
   return sums;
+}
+
+quint64 Largest(std::span<const quint64> sums) {
+  return sums.empty() ? 0 : *std::ranges::max_element(sums);
 }
 
 }  // namespace korvax::client

@@ -26,8 +26,14 @@ struct ColumnLayout {
   /// The first bin of a column.
   std::size_t BinOf(std::size_t column) const { return column / columnsPerBin * binsPerColumn; }
 
+  /// A round number of bins that take at least `room` columns.
+  std::size_t RoundStep(std::size_t room) const;
+
   /// The counts of each column: the sum of its bins, or the count of its bin. `counts` holds `bins` of them.
   std::vector<quint64> Sums(std::span<const quint32> counts) const;
 };
+
+/// The largest of some sums; 0 where there are none.
+quint64 Largest(std::span<const quint64> sums);
 
 }  // namespace korvax::client

@@ -28,6 +28,11 @@ bool Console::IsTerminal() const {
   return isatty(fileno(out_)) != 0;
 }
 
+bool Console::HasColours() const {
+  const QByteArray terminal = qgetenv("TERM");
+  return IsTerminal() && qEnvironmentVariableIsEmpty("NO_COLOR") && !terminal.isEmpty() && terminal != "dumb";
+}
+
 TerminalSize Console::Size() const {
   winsize size{};
   if (ioctl(fileno(out_), TIOCGWINSZ, &size) != 0 || size.ws_col == 0 || size.ws_row == 0) {

@@ -20,6 +20,10 @@ public:
   /// Whether output goes to a terminal.
   bool IsTerminal() const;
 
+  /// Whether pictures may be coloured: output goes to a terminal that knows 256 colours, as nearly all do, and
+  /// the environment holds no NO_COLOR, by which users ask programs for none.
+  bool HasColours() const;
+
   /// The terminal's size at this moment; 80 x 24 when there is none.
   TerminalSize Size() const;
 

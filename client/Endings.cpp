@@ -60,6 +60,13 @@ Ending UnknownQueryEnding(const QString& path) {
   return {ExitCode::UnknownQuery, text.arg(path)};
 }
 
+Ending OtherKindEnding(const QString& path) {
+  const QString text = QStringLiteral(
+      "the block \"%1\" is there, but is of another kind than this command draws.\n"
+      "korvaxctl spectrum draws spectra, times time distributions, position position maps, image images.");
+  return {ExitCode::UnknownQuery, text.arg(path)};
+}
+
 Ending BadAnswerEnding(const QString& target, const QString& what, const QString& answer) {
   const QString text = QStringLiteral(
       "\"%1\" gave an answer that does not fit: %2.\n"

@@ -39,6 +39,9 @@ Ending EmptyAnswerEnding(const QString& target, bool byPath);
 /// The block with the full path `path` answers other queries, but not this one.
 Ending UnknownQueryEnding(const QString& path);
 
+/// The block with the full path `path` is there but doesn't hold what was to be drawn.
+Ending OtherKindEnding(const QString& path);
+
 /// `what` is wrong with `answer`, of which the message shows the beginning.
 Ending BadAnswerEnding(const QString& target, const QString& what, const QString& answer);
 

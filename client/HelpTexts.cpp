@@ -3,8 +3,9 @@
 namespace korvax::client::help {
 
 const char* const description =
-    "korvaxctl talks to a running korvax-boards-server: it sends queries, draws spectra and waveforms in the\n"
-    "terminal, shows rates, starts, stops and resets counting, records runs and switches high voltage. It also\n"
+    "korvaxctl talks to a running korvax-boards-server: it sends queries, draws spectra, maps and waveforms in\n"
+    "the terminal, shows rates, starts, stops and resets counting, records runs and switches high voltage. It "
+    "also\n"
     "reads the list, wave and rate files of a run.";
 
 const char* const footer = R"(Examples:
@@ -14,12 +15,15 @@ const char* const footer = R"(Examples:
   korvaxctl stop processing/0/filter_chain/board0/chain/spectrum0
   korvaxctl reset processing/0/filter_chain/board0/chain/spectrum0
   korvaxctl status processing/0/filter_chain/board0/chain/spectrum0
-  korvaxctl scope scope2 --live
-  korvaxctl rates processing/0/filter_chain/rates2/chain/rates2 --live
+  korvaxctl times processing/0/filter_chain/board1/chain/times1 --live
+  korvaxctl position processing/0/filter_chain/board1/chain/position1 --live
+  korvaxctl image processing/0/filter_chain/board0/chain/image0 --live
+  korvaxctl scope scope1 --live
+  korvaxctl rates processing/0/filter_chain/rates1/chain/rates1 --live
   korvaxctl run start first
   korvaxctl run info
   korvaxctl run stop
-  korvaxctl hv hv2 show
+  korvaxctl hv hv1 show
   korvaxctl files summary demo-storage/first
 
 Every command takes --host, --port and --timeout, before or after its name, and --help.
@@ -45,10 +49,10 @@ By full path: spectra
 
 By name: "commands", dumpers and oscilloscopes
   korvaxctl query commands '{"cmd":"get_run_info"}'
-  korvaxctl query dumper2 '{"cmd":"set_dump_events","dump_events":100000}'
+  korvaxctl query dumper1 '{"cmd":"set_dump_events","dump_events":100000}'
 
 Either way: high voltage
-  korvaxctl query Hardware/BOARD2 '{"args":[{"cmd":"get_all_ch_values","param":"read_only"}]}'
+  korvaxctl query Hardware/BOARD1 '{"args":[{"cmd":"get_all_ch_values","param":"read_only"}]}'
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
@@ -63,6 +67,44 @@ Examples:
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
+const char* const timesFooter = R"(As korvaxctl spectrum, for blocks of the type "tof_histogram". A bin is as
+many units of time wide as "binning" in the server's configuration says; events beyond the last bin are
+counted in it. These blocks count whether they have been started or not.
+
+Examples:
+  korvaxctl times processing/0/filter_chain/board1/chain/times1 --live
+  korvaxctl times processing/0/filter_chain/board1/chain/times1 --channel 0,3 --from 10 --to 500
+
+See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
+const char* const positionFooter =
+    R"(A column is a strip; a row is a place along it, the share of the energy that the
+channel with the lower number saw: row 0, at the top, is none of it. Where rows or columns don't fit, a cell
+shows the sum of several. Below the map stands from which count on each colour is used; no colour, black or
+blank, is no count.
+
+Colours are used on a terminal; --no-colour or a NO_COLOR in the environment turns them off.
+
+Examples:
+  korvaxctl position processing/0/filter_chain/board1/chain/position1
+  korvaxctl position processing/0/filter_chain/board1/chain/position1 --live --log
+
+See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
+const char* const imageFooter =
+    R"(Shows the counts since the last reset or, with --immediate, those since the immediate
+image was last read. Reading the immediate image empties it for every client, and a reset leaves it.
+
+Where rows or columns don't fit, a cell shows the sum of several. Below the image stands from which count on
+each colour is used; no colour, black or blank, is no count. Colours are used on a terminal; --no-colour or
+a NO_COLOR in the environment turns them off.
+
+Examples:
+  korvaxctl image processing/0/filter_chain/board0/chain/image0 --live
+  korvaxctl image processing/0/filter_chain/board0/chain/image0 --live --immediate --interval 5
+
+See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
 const char* const scopeFooter = R"(The lines show, column by column, the lowest to the highest of the
 analog samples; below them one line a digital trace: ▁ low, █ high, ▒ both within the column.
 
@@ -70,8 +112,8 @@ The oscilloscope has one list of enabled channels for all its clients: this comm
 that it draws and disables all others, also for anyone else who reads the same oscilloscope.
 
 Examples:
-  korvaxctl scope scope2
-  korvaxctl scope scope2 --channel 0,3 --live
+  korvaxctl scope scope1
+  korvaxctl scope scope1 --channel 0,3 --live
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
@@ -80,8 +122,8 @@ The bars show the rate in: in proportion to the largest one, or with --log from 
 channel of the record.
 
 Examples:
-  korvaxctl rates processing/0/filter_chain/rates2/chain/rates2
-  korvaxctl rates processing/0/filter_chain/rates2/chain/rates2 --live --log
+  korvaxctl rates processing/0/filter_chain/rates1/chain/rates1
+  korvaxctl rates processing/0/filter_chain/rates1/chain/rates1 --live --log
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
@@ -95,21 +137,23 @@ See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 const char* const stopFooter = R"(Example:
   korvaxctl stop processing/0/filter_chain/board0/chain/spectrum0
 
-The counts stay and can still be read. Other blocks go on counting.
+The counts stay and can still be read. Other blocks go on counting; a time distribution goes on, too,
+whatever its status says.
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
 const char* const resetFooter = R"(Example:
   korvaxctl reset processing/0/filter_chain/board0/chain/spectrum0
 
-Whether the block is counting or idle stays as it was.
+Whether the block is counting or idle stays as it was. Of an image block, the cumulative image is reset and
+the immediate one left as it is.
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
 const char* const statusFooter = R"(Example:
   korvaxctl status processing/0/filter_chain/board0/chain/spectrum0
 
-Prints one word: freerun (counting) or idle.
+Prints one word: freerun (counting) or idle. A time distribution counts either way.
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
@@ -136,9 +180,9 @@ gives them. on and off send the board's own switch command and then its whole co
 doesn't tell whether the board obeyed: show does.
 
 Examples:
-  korvaxctl hv hv2 show
-  korvaxctl hv Hardware/BOARD2 on
-  korvaxctl hv hv2 off
+  korvaxctl hv hv1 show
+  korvaxctl hv Hardware/BOARD1 on
+  korvaxctl hv hv1 off
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
@@ -150,7 +194,7 @@ writes over no file that is there already.
 Examples:
   korvaxctl files summary demo-storage/first
   korvaxctl files check demo-storage/first
-  korvaxctl files csv demo-storage/first/dumper2_0.bin --output events.csv
+  korvaxctl files csv demo-storage/first/dumper1_0.bin --output events.csv
 
 See korvaxctl --help for the exit codes.)";
 

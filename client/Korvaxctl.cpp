@@ -2,6 +2,7 @@
 
 #include "client/CommandLine.h"
 #include "client/FilesCommand.h"
+#include "client/HeatMapView.h"
 #include "client/HvCommand.h"
 #include "client/JsonAnswers.h"
 #include "client/QueryClient.h"
@@ -33,7 +34,7 @@ public:
     const Reply reply = client.AskAndWait(request.json);
     if (!reply.Failed()) {
       console_.Print(reply.answer);
-    } else if (reply.ending.code == ExitCode::EmptyAnswer && target.IsFullPath() && IsThere(client)) {
+    } else if (reply.ending.code == ExitCode::EmptyAnswer && IsThere(target)) {
       return UnknownQueryEnding(request.target);
     }
     return reply.ending;
@@ -57,7 +58,10 @@ public:
   }
 
   Ending operator()(const SpectrumRequest& request) const {
-    return SpectrumView(server_, request, console_).Run();
+    return Told(request.path, SpectrumView(server_, request, console_).Run());
+  }
+  Ending operator()(const HeatMapRequest& request) const {
+    return Told(request.path, HeatMapView(server_, request, console_).Run());
   }
   Ending operator()(const ScopeRequest& request) const { return ScopeView(server_, request, console_).Run(); }
   Ending operator()(const RatesRequest& request) const { return RatesView(server_, request, console_).Run(); }
@@ -68,8 +72,16 @@ public:
 private:
   /// Tells a wrong query from a wrong path: whatever counts answers for its status, a rate counter for its
   /// rates. High-voltage blocks aren't asked: no answer may mean that they obeyed.
-  static bool IsThere(QueryClient& client) {
-    return !client.AskAndWait(StatusQuery()).Failed() || !client.AskAndWait(LatestRatesQuery()).Failed();
+  bool IsThere(const QueryTarget& target) const {
+    QueryClient client(server_, target);
+    return target.IsFullPath() &&
+           (!client.AskAndWait(StatusQuery()).Failed() || !client.AskAndWait(LatestRatesQuery()).Failed());
+  }
+
+  /// How a view of the counts of a block ended; no answer to their query may mean that it holds other counts.
+  Ending Told(const QString& path, const Ending& ending) const {
+    const bool isOther = ending.code == ExitCode::EmptyAnswer && IsThere(QueryTarget(path));
+    return isOther ? OtherKindEnding(path) : ending;
   }
 
   static QString QueryFor(SinkAction action) {

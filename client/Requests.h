@@ -43,12 +43,26 @@ struct BinRange {
   bool operator==(const BinRange&) const = default;
 };
 
-/// korvaxctl spectrum PATH; the channels ascend, none stands there twice.
+/// korvaxctl spectrum PATH or times PATH; the channels ascend, none stands there twice.
 struct SpectrumRequest {
   QString path;
+  bool countsWhenIdle = false;  ///< as a time distribution does
   std::vector<int> channels{0};
   BinRange range;
   bool logarithmic = false;
+  Refresh refresh;
+  PictureSize size;
+};
+
+/// What a map is read from: a position map, or either image of an image block.
+enum class MapSource { Position, CumulativeImage, ImmediateImage };
+
+/// korvaxctl position PATH or image PATH
+struct HeatMapRequest {
+  QString path;
+  MapSource source = MapSource::Position;
+  bool logarithmic = false;
+  bool colours = true;  ///< where the terminal has them
   Refresh refresh;
   PictureSize size;
 };
@@ -94,7 +108,7 @@ struct FilesRequest {
   QString output;              ///< Csv: the file to create; empty means standard output
 };
 
-using Request = std::variant<QueryRequest, SinkRequest, SpectrumRequest, ScopeRequest, RatesRequest, RunRequest,
-                             HvRequest, FilesRequest>;
+using Request = std::variant<QueryRequest, SinkRequest, SpectrumRequest, HeatMapRequest, ScopeRequest,
+                             RatesRequest, RunRequest, HvRequest, FilesRequest>;
 
 }  // namespace korvax::client

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace korvax::client {
 
@@ -24,25 +25,19 @@ std::optional<quint32> ReadCount(const QJsonValue& value) {
   return static_cast<quint32>(static_cast<qint64>(number));
 }
 
-Read<Counts> ReadCounts(const QJsonValue& entry) {
+Read<Counts> ReadChannel(const QJsonValue& entry) {
   const QJsonValue data = entry.toObject().value(QStringLiteral("data"));
   if (!data.isArray()) {
     return {{}, QStringLiteral("has no array \"data\"")};
   }
-  const QJsonArray bins = data.toArray();
-  Counts counts;
-  counts.reserve(static_cast<size_t>(bins.size()));
-  for (const QJsonValue& bin : bins) {
-    const std::optional<quint32> count = ReadCount(bin);
-    if (!count) {
-      return {{}, QStringLiteral("has a bin %1 that is not a 32-bit count").arg(counts.size())};
-    }
-    counts.push_back(*count);
-  }
-  return {std::move(counts), {}};
+  return ReadCounts(data.toArray());
 }
 
 }  // namespace
+
+quint64 Total(std::span<const quint32> counts) {
+  return std::accumulate(counts.begin(), counts.end(), quint64{0});
+}
 
 QString DataQuery(std::span<const int> channels) {
   QJsonArray list;
@@ -68,6 +63,19 @@ QString RunQuery(bool counting) {
   return ArgumentQuery(argument);
 }
 
+Read<Counts> ReadCounts(const QJsonArray& bins) {
+  Counts counts;
+  counts.reserve(static_cast<size_t>(bins.size()));
+  for (const QJsonValue& bin : bins) {
+    const std::optional<quint32> count = ReadCount(bin);
+    if (!count) {
+      return {{}, QStringLiteral("has a bin %1 that is not a 32-bit count").arg(counts.size())};
+    }
+    counts.push_back(*count);
+  }
+  return {std::move(counts), {}};
+}
+
 Read<std::vector<Counts>> ReadData(const QString& answer) {
   const Read<QJsonArray> array = ReadArray(answer);
   if (!array.value) {
@@ -75,7 +83,7 @@ Read<std::vector<Counts>> ReadData(const QString& answer) {
   }
   std::vector<Counts> channels;
   for (const QJsonValue& entry : *array.value) {
-    Read<Counts> counts = ReadCounts(entry);
+    Read<Counts> counts = ReadChannel(entry);
     if (!counts.value) {
       return {{}, QStringLiteral("its entry %1 %2").arg(channels.size()).arg(counts.fault)};
     }

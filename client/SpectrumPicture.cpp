@@ -3,7 +3,6 @@
 #include "client/ChannelPanel.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace korvax::client {
 
@@ -14,10 +13,6 @@ std::span<const quint32> Shown(std::span<const quint32> counts, const BinRange& 
   }
   const std::size_t end = range.last ? static_cast<std::size_t>(*range.last) + 1 : counts.size();
   return counts.subspan(first, std::min(end, counts.size()) - first);
-}
-
-quint64 Total(std::span<const quint32> counts) {
-  return std::accumulate(counts.begin(), counts.end(), quint64{0});
 }
 
 QStringList Draw(const Picture& picture, const PictureOptions& asked) {

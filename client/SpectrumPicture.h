@@ -33,9 +33,6 @@ struct Picture {
 /// The part of `counts` that the range shows; empty when it begins beyond the last bin.
 std::span<const quint32> Shown(std::span<const quint32> counts, const BinRange& range);
 
-/// Sum over bins.
-quint64 Total(std::span<const quint32> counts);
-
 /// Draws a picture as lines of at most `width` characters; where height is shared, at most `height` of them,
 /// leaving out (and saying so) the channels that don't fit.
 QStringList Draw(const Picture& picture, const PictureOptions& options);

@@ -1,40 +1,26 @@
 #pragma once
 
-#include "client/LiveView.h"
+#include "client/CountingView.h"
 #include "client/SpectrumPicture.h"
-
-#include <QElapsedTimer>
 
 namespace korvax::client {
 
-/// The histogram of some channels. A reading is the counters and whether the block counts.
-class SpectrumView : public LiveView {
+/// The histogram of some channels.
+class SpectrumView : public CountingView {
 public:
   SpectrumView(const ServerAddress& server, SpectrumRequest request, Console& console);
 
 private:
-  QString Begin() override;
-  Step Take(const QString& answer) override;
+  QString CountsQuery() const override;
+  Ending TakeCounts(const QString& answer) override;
+  void Accept() override;
   QStringList Lines() const override;
 
-  Step TakeData(const QString& answer);
-  Step TakeStatus(const QString& answer);
-  void Accept(bool counting);
-  std::optional<double> RateOf(std::size_t index, const Counts& now) const;
-  QStringList Notes() const;
-  QString StartCommand() const;
+  std::optional<double> RateOfChannel(std::size_t index, const Counts& now) const;
 
-  const ServerAddress server_;
   const SpectrumRequest request_;
-  QElapsedTimer clock_;
-
-  bool awaitingStatus_ = false;
-  std::vector<Counts> arrived_;
-  qint64 arrivedAt_ = 0;  // ms of clock_
-
+  std::vector<Counts> taken_;
   std::vector<ChannelView> channels_;
-  qint64 channelsAt_ = 0;  // ms of clock_
-  bool counting_ = false;
 };
 
 }  // namespace korvax::client

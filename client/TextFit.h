@@ -21,6 +21,11 @@ inline QString Harmless(QString text) {
   return text;
 }
 
+/// "1 row", "2 rows".
+inline QString Counted(quint64 number, const QString& noun) {
+  return QString::number(number) + QLatin1Char(' ') + (number == 1 ? noun : noun + QLatin1Char('s'));
+}
+
 /// Events per second.
 inline QString RateText(double rate) {
   return QString::number(rate, 'f', rate < 100 ? 1 : 0) + QStringLiteral("/s");

@@ -17,6 +17,8 @@ struct Words {
   std::vector<int> channels{0};
   BinRange range;
   bool logarithmic = false;
+  bool immediate = false;
+  bool noColour = false;
   bool live = false;
   double interval = 1;
   PictureSize size;
@@ -54,19 +56,31 @@ std::vector<int> Ascending(std::vector<int> channels) {
   return channels;
 }
 
-Read<Request> ToSpectrum(const Words& words) {
+Read<Request> ToSpectrum(const Words& words, bool countsWhenIdle) {
   if (words.range.last && *words.range.last < words.range.first) {
     const QString text = QStringLiteral("--to %1 is below --from %2: no bin is left to show.");
     return {{}, text.arg(*words.range.last).arg(words.range.first)};
   }
-  return {SpectrumRequest{Text(words.target), Ascending(words.channels), words.range, words.logarithmic,
-                          words.ToRefresh(), words.size},
+  return {SpectrumRequest{Text(words.target), countsWhenIdle, Ascending(words.channels), words.range,
+                          words.logarithmic, words.ToRefresh(), words.size},
           {}};
 }
 
-void AddSpectrum(CLI::App& app, Commands& commands) {
+struct HistogramCommand {
+  const char* name;
+  const char* description;
+  const char* footer;
+  bool countsWhenIdle;
+};
+
+const HistogramCommand spectrumCommand{"spectrum", "Draw the histogram of one or more channels",
+                                       help::spectrumFooter, false};
+const HistogramCommand timesCommand{"times", "Draw the time distribution of one or more channels",
+                                    help::timesFooter, true};
+
+void AddHistogram(CLI::App& app, Commands& commands, const HistogramCommand& each) {
   const auto words = std::make_shared<Words>();
-  CLI::App* command = app.add_subcommand("spectrum", "Draw the histogram of one or more channels");
+  CLI::App* command = app.add_subcommand(each.name, each.description);
   const auto bin = CLI::Range(0, std::numeric_limits<int>::max() - 1);
   AddWord(*command, "PATH", "Full path of the block", words->target);
   AddChannels(*command, *words, std::numeric_limits<int>::max());
@@ -75,8 +89,41 @@ void AddSpectrum(CLI::App& app, Commands& commands) {
   command->add_option("--to", words->range.last, "Last bin to show")->check(bin)->option_text("BIN");
   AddRefresh(*command, *words);
   AddSize(*command, *words);
-  command->footer(help::spectrumFooter);
-  commands.push_back({command, [words] { return ToSpectrum(*words); }});
+  command->footer(each.footer);
+  commands.push_back({command, [words, idle = each.countsWhenIdle] { return ToSpectrum(*words, idle); }});
+}
+
+void AddHeatMapOptions(CLI::App& command, Words& words) {
+  AddWord(command, "PATH", "Full path of the block", words.target);
+  command.add_flag("--log", words.logarithmic, "Logarithmic colours");
+  command.add_flag("--no-colour", words.noColour, "Characters instead of colours");
+  AddRefresh(command, words);
+  AddSize(command, words);
+}
+
+HeatMapRequest ToHeatMap(const Words& words, MapSource source) {
+  return {Text(words.target), source, words.logarithmic, !words.noColour, words.ToRefresh(), words.size};
+}
+
+void AddPosition(CLI::App& app, Commands& commands) {
+  const auto words = std::make_shared<Words>();
+  CLI::App* command = app.add_subcommand("position", "Draw a position map as a heat map");
+  AddHeatMapOptions(*command, *words);
+  command->footer(help::positionFooter);
+  commands.push_back({command, [words] { return Read<Request>{ToHeatMap(*words, MapSource::Position), {}}; }});
+}
+
+void AddImage(CLI::App& app, Commands& commands) {
+  const auto words = std::make_shared<Words>();
+  CLI::App* command = app.add_subcommand("image", "Draw an image of pixels as a heat map");
+  AddHeatMapOptions(*command, *words);
+  command->add_flag("--immediate", words->immediate, "The counts since it was last read; reading empties it");
+  command->footer(help::imageFooter);
+  commands.push_back({command, [words] {
+                        const MapSource source =
+                            words->immediate ? MapSource::ImmediateImage : MapSource::CumulativeImage;
+                        return Read<Request>{ToHeatMap(*words, source), {}};
+                      }});
 }
 
 void AddScope(CLI::App& app, Commands& commands) {
@@ -110,7 +157,10 @@ void AddRates(CLI::App& app, Commands& commands) {
 }  // namespace
 
 void AddViewCommands(CLI::App& app, Commands& commands) {
-  AddSpectrum(app, commands);
+  AddHistogram(app, commands, spectrumCommand);
+  AddHistogram(app, commands, timesCommand);
+  AddPosition(app, commands);
+  AddImage(app, commands);
   AddScope(app, commands);
   AddRates(app, commands);
 }

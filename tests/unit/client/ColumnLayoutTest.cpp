@@ -60,5 +60,12 @@ TEST(ColumnLayout, findsTheMiddleOfABin) {
   EXPECT_EQ(ColumnLayout::Fit(2, 10).ColumnOf(1), 7U);
 }
 
+TEST(ColumnLayout, aRoundStepTakesTheRoomThatIsAskedFor) {
+  EXPECT_EQ(ColumnLayout::Fit(10, 10).RoundStep(4), 5U);
+  EXPECT_EQ(ColumnLayout::Fit(10, 10).RoundStep(1), 1U);
+  EXPECT_EQ(ColumnLayout::Fit(10, 30).RoundStep(4), 2U) << "3 columns a bin";
+  EXPECT_EQ(ColumnLayout::Fit(160, 10).RoundStep(2), 50U) << "16 bins a column";
+}
+
 }  // namespace
 }  // namespace korvax::client

@@ -169,9 +169,10 @@ std::vector<Words> Examples(const Words& command) {
 
 TEST(CommandGroups, everyExampleOfTheHelpIsUnderstood) {
   std::size_t count = 0;
-  for (const Words& command : {Words{"--help"}, Words{"query", "--help"}, Words{"spectrum", "--help"},
-                               Words{"start", "--help"}, Words{"scope", "--help"}, Words{"rates", "--help"},
-                               Words{"run", "--help"}, Words{"hv", "--help"}, Words{"files", "--help"}}) {
+  for (const Words& command :
+       {Words{"--help"}, Words{"query", "--help"}, Words{"spectrum", "--help"}, Words{"times", "--help"},
+        Words{"position", "--help"}, Words{"image", "--help"}, Words{"start", "--help"}, Words{"scope", "--help"},
+        Words{"rates", "--help"}, Words{"run", "--help"}, Words{"hv", "--help"}, Words{"files", "--help"}}) {
     for (const Words& example : Examples(command)) {
       EXPECT_TRUE(std::holds_alternative<Invocation>(ParseCommandLine(example)))
           << Ended(example).text.toStdString();

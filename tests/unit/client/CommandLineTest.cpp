@@ -48,6 +48,49 @@ TEST(CommandLine, readsEveryOptionOfASpectrum) {
   EXPECT_EQ(request.size.height, 30);
 }
 
+TEST(CommandLine, aTimeDistributionTakesTheOptionsOfASpectrum) {
+  EXPECT_FALSE(Parsed<SpectrumRequest>({"spectrum", "a/b"}).countsWhenIdle);
+  const auto request =
+      Parsed<SpectrumRequest>({"times", "a/b", "--channel", "5,1", "--live", "--log", "--from", "10"});
+  EXPECT_TRUE(request.countsWhenIdle);
+  EXPECT_EQ(request.path, "a/b");
+  EXPECT_THAT(request.channels, ElementsAre(1, 5));
+  EXPECT_EQ(request.range, (BinRange{10, std::nullopt}));
+  EXPECT_TRUE(request.logarithmic);
+  EXPECT_TRUE(request.refresh.live);
+}
+
+TEST(CommandLine, aHeatMapDefaultsToOnceLinearAndColoured) {
+  for (const auto& [command, source] :
+       {std::pair{"position", MapSource::Position}, std::pair{"image", MapSource::CumulativeImage}}) {
+    const auto request = Parsed<HeatMapRequest>({command, "a/b"});
+    EXPECT_EQ(request.path, "a/b");
+    EXPECT_EQ(request.source, source);
+    EXPECT_FALSE(request.logarithmic);
+    EXPECT_TRUE(request.colours);
+    EXPECT_FALSE(request.refresh.live);
+    EXPECT_EQ(request.refresh.interval, std::chrono::seconds(1));
+    EXPECT_FALSE(request.size.width);
+    EXPECT_FALSE(request.size.height);
+  }
+}
+
+TEST(CommandLine, readsEveryOptionOfAHeatMap) {
+  const auto request = Parsed<HeatMapRequest>({"image", "a/b", "--immediate", "--live", "--log", "--no-colour",
+                                               "--width", "100", "--height", "30", "--interval", "0.25"});
+  EXPECT_EQ(request.source, MapSource::ImmediateImage);
+  EXPECT_TRUE(request.logarithmic);
+  EXPECT_FALSE(request.colours);
+  EXPECT_TRUE(request.refresh.live);
+  EXPECT_EQ(request.refresh.interval, std::chrono::milliseconds(250));
+  EXPECT_EQ(request.size.width, 100);
+  EXPECT_EQ(request.size.height, 30);
+}
+
+TEST(CommandLine, theHelpOfImageWarnsThatReadingEmptiesTheImmediateImage) {
+  EXPECT_THAT(Ended({"image", "--help"}).text.toStdString(), HasSubstr("empties it for every client"));
+}
+
 TEST(CommandLine, sortsChannelsAndDropsRepetitions) {
   const auto request = Parsed<SpectrumRequest>({"spectrum", "a/b", "--channel", "3,1,3", "--channel", "0"});
   EXPECT_THAT(request.channels, ElementsAre(0, 1, 3));
@@ -101,6 +144,12 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair(Words{"spectrum", "a/b", "--width", "3"}, "--width"),
                     std::pair(Words{"spectrum", "a/b", "--height", "2"}, "--height"),
                     std::pair(Words{"spectrum", "a/b", "--interval", "0"}, "--interval"),
+                    std::pair(Words{"times", "a/b", "--from", "20", "--to", "10"}, "--from 20"),
+                    std::pair(Words{"position"}, "PATH"), std::pair(Words{"image", ""}, "empty"),
+                    std::pair(Words{"position", "a/b", "--immediate"}, "--immediate"),
+                    std::pair(Words{"position", "a/b", "--channel", "1"}, "--channel"),
+                    std::pair(Words{"image", "a/b", "--width", "3"}, "--width"),
+                    std::pair(Words{"image", "a/b", "--interval", "0"}, "--interval"),
                     std::pair(Words{"status", "a/b", "--port", "0"}, "--port"),
                     std::pair(Words{"status", "a/b", "--port", "65536"}, "--port"),
                     std::pair(Words{"status", "a/b", "--timeout", "soon"}, "--timeout"),
@@ -113,16 +162,17 @@ TEST(CommandLine, theHelpListsCommandsExamplesAndExitCodes) {
   const Ending help = Ended({"--help"});
   EXPECT_EQ(help.code, ExitCode::Ok);
   for (const char* part :
-       {"query", "spectrum", "start",  "stop",   "reset",     "status",    "scope",       "rates", "run",
-        "hv",    "files",    "--host", "--port", "--timeout", "Examples:", "Exit codes:", "  0  ", "  1  ",
-        "  2  ", "  3  ",    "  4  ",  "  5  ",  "  6  ",     "  7  ",     "  8  ",       "  9  "}) {
+       {"query",     "spectrum",  "times",       "position", "image", "start", "stop",   "reset",
+        "status",    "scope",     "rates",       "run",      "hv",    "files", "--host", "--port",
+        "--timeout", "Examples:", "Exit codes:", "  0  ",    "  1  ", "  2  ", "  3  ",  "  4  ",
+        "  5  ",     "  6  ",     "  7  ",       "  8  ",    "  9  "}) {
     EXPECT_THAT(help.text.toStdString(), HasSubstr(part));
   }
 }
 
 TEST(CommandLine, everyCommandHasAHelpOfItsOwnWithAnExample) {
-  for (const std::string command :
-       {"query", "spectrum", "start", "stop", "reset", "status", "scope", "rates", "hv"}) {
+  for (const std::string command : {"query", "spectrum", "times", "position", "image", "start", "stop", "reset",
+                                    "status", "scope", "rates", "hv"}) {
     for (const Words& words : {Words{command, "--help"}, Words{command, "a/b", "-h"}}) {
       const Ending help = Ended(words);
       EXPECT_EQ(help.code, ExitCode::Ok);

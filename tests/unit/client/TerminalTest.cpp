@@ -160,4 +160,49 @@ TEST_F(OnATerminal, everyLiveViewDrawsInPlaceAndEndsAtASignal) {
   }
 }
 
+/// A position map whose environment holds TERM and, where there is one, another variable.
+class AMapOnATerminal : public OnATerminal {
+protected:
+  /// What the program wrote, which it does once.
+  QByteArray Drawn(const char* terminal, const QStringList& more, const char* variable = nullptr) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("NO_COLOR"));
+    environment.insert(QStringLiteral("TERM"), QString::fromUtf8(terminal));
+    if (variable) {
+      environment.insert(QString::fromUtf8(variable), QStringLiteral("1"));
+    }
+    program_.setProcessEnvironment(environment);
+    const int before = terminal_.Output().size();
+    StartFor(maps_, QStringList{"position", "a/b"} + more);
+    EXPECT_TRUE(Ends());
+    EXPECT_EQ(program_.exitCode(), 0);
+    return terminal_.Output().mid(before);
+  }
+
+  ScriptedServer maps_{test::SpectrumScript(QStringLiteral(R"({"data":[[1,2],[3,4]]})"), counting)};
+};
+
+TEST_F(AMapOnATerminal, isColoured) {
+  const QByteArray drawn = Drawn("xterm-256color", {});
+  EXPECT_TRUE(drawn.contains("\x1b[38;5;231m"));
+  EXPECT_EQ(drawn.count('\n'), 19) << "one row of the terminal is left for the prompt";
+}
+
+TEST_F(AMapOnATerminal, isUncolouredWhereTheUserWishesOrTheTerminalIsDumb) {
+  EXPECT_FALSE(Drawn("xterm-256color", {"--no-colour"}).contains('\x1b'));
+  EXPECT_FALSE(Drawn("xterm-256color", {}, "NO_COLOR").contains('\x1b'));
+  EXPECT_FALSE(Drawn("dumb", {}).contains('\x1b'));
+  EXPECT_FALSE(Drawn("", {}).contains('\x1b'));
+}
+
+TEST_F(AMapOnATerminal, isDrawnInPlaceWhenItIsLive) {
+  StartFor(maps_, {"position", "a/b", "--live", "--interval", "0.05"});
+  ASSERT_TRUE(WaitFor([&] { return terminal_.Output().count("\x1b[H") >= 3; }));
+  EXPECT_THAT(terminal_.Output().toStdString(), HasSubstr("Ctrl-C ends"));
+  Signal(SIGINT);
+  ASSERT_TRUE(Ends());
+  EXPECT_EQ(program_.exitCode(), 0);
+  EXPECT_TRUE(terminal_.Output().endsWith(leaveScreen));
+}
+
 }  // namespace
