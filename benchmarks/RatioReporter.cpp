@@ -13,7 +13,9 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
       continue;
     }
     const double ns = 1e9 / items->second.value;
-    const auto [best, isNew] = bestNsPerEvent_.try_emplace(run.run_name.function_name, ns);
+    const std::string& name = run.run_name.function_name;
+    const std::string& size = run.run_name.args;
+    const auto [best, isNew] = bestNsPerEvent_.try_emplace(size.empty() ? name : name + "/" + size, ns);
     best->second = std::min(best->second, ns);
   }
 }
