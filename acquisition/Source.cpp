@@ -4,6 +4,8 @@
 #include "framework/BlockParameters.h"
 #include "framework/WorkerThread.h"
 
+#include <QtDebug>
+
 Source::Source(QObject* parent, const ChainContext& context, const QJsonValue& block)
     : KorvaxBlock(QStringLiteral("source"), false, context, parent) {
   ReadCommonKeys(block);
@@ -62,6 +64,10 @@ void Source::StopWorker() {
 void Source::Run() {
   if (worker_) {
     worker_->start(korvax::StreamPriority);
+    if (!worker_->isRunning() && !worker_->isFinished()) {
+      qInfo() << "Source" << Name()
+              << "can't start its thread: no data will come from it. Give the server more memory";
+    }
   }
 }
 

@@ -15,7 +15,7 @@ using SetValue = std::int32_t(std::uint64_t handle, const char* path, const char
 using GetValue = std::int32_t(std::uint64_t handle, const char* path, char* value);
 using SendCommand = std::int32_t(std::uint64_t handle, const char* command);
 /// Waits at most `timeoutMs`; fills the caller's 16-byte read block: pointer to the entries, 4 bytes unused,
-/// 32-bit count.
+/// 32-bit count. Entries and the records that they point to are aligned as their types demand.
 using ReadData = std::int32_t(std::uint64_t handle, const char* endpoint, std::int32_t timeoutMs, void* block);
 /// Takes back what the read block, filled by ReadData with the same endpoint, points to.
 using FreePointer = std::int32_t(std::uint64_t handle, const char* endpoint, void* block);

@@ -21,17 +21,23 @@ std::vector<DigitizerBoard*> Pointers(const BoardList& boards) {
   return pointers;
 }
 
+std::optional<std::pair<dev_t, ino_t>> InodeOf(const QString& path) {
+  struct stat status {};
+  if (stat(QFile::encodeName(path).constData(), &status) != 0) {
+    return std::nullopt;
+  }
+  return std::pair{status.st_dev, status.st_ino};
+}
+
 }  // namespace
 
 FileWatcher::FileWatcher(const BoardList& boards, QObject* parent)
     : QFileSystemWatcher(parent), boards_(Pointers(boards)) {
-  connect(&watched_, &QFileSystemWatcher::fileChanged, this, &FileWatcher::FollowReplacement);
-  connect(&watched_, &QFileSystemWatcher::fileChanged, this, &FileWatcher::fileChanged);
+  connect(&watched_, &QFileSystemWatcher::fileChanged, this, &FileWatcher::OnFileEvent);
   connect(&watched_, &QFileSystemWatcher::directoryChanged, this, &FileWatcher::LookForMissing);
 }
 
 bool FileWatcher::addPath(const QString& path) {
-  inodes_[path] = std::nullopt;
   return Follow(path);
 }
 
@@ -50,14 +56,15 @@ void FileWatcher::fileChanged(const QString& path) {
 }
 
 // The system watches the file, not its name: one that was renamed into place isn't watched yet.
-void FileWatcher::FollowReplacement(const QString& path) {
-  if (!IsFollowed(path) || InodeOf(path) != inodes_[path]) {
-    Follow(path);
+void FileWatcher::OnFileEvent(const QString& path) {
+  const bool isTheSame = IsFollowed(path) && InodeOf(path) == followed_[path].inode;
+  if (isTheSame || Follow(path)) {
+    fileChanged(path);
   }
 }
 
 void FileWatcher::LookForMissing() {
-  for (const auto& [path, inode] : inodes_) {
+  for (const auto& [path, followed] : followed_) {
     if (!IsFollowed(path) && Follow(path)) {
       fileChanged(path);
     }
@@ -66,26 +73,35 @@ void FileWatcher::LookForMissing() {
 
 bool FileWatcher::Follow(const QString& path) {
   watched_.removePath(path);
-  inodes_[path] = InodeOf(path);
-  if (!watched_.addPath(path)) {
+  if (!Watch(path)) {
     watched_.addPath(QFileInfo(path).absolutePath());
-    inodes_[path] = InodeOf(path);
-    if (!watched_.addPath(path)) {  // it may have come meanwhile, before its folder was watched
+    if (!followed_[path].folder.isEmpty()) {
+      watched_.addPath(followed_[path].folder);
+    }
+    if (!Watch(path)) {  // it may have come meanwhile, before its folder was watched
       return false;
     }
   }
-  const bool nothingMissing =
-      std::all_of(inodes_.begin(), inodes_.end(), [this](const auto& entry) { return IsFollowed(entry.first); });
-  if (nothingMissing && !watched_.directories().isEmpty()) {
-    watched_.removePaths(watched_.directories());
-  }
+  StopWatchingFolders();
   return true;
 }
 
-std::optional<FileWatcher::Inode> FileWatcher::InodeOf(const QString& path) {
-  struct stat status {};
-  if (stat(QFile::encodeName(path).constData(), &status) != 0) {
-    return std::nullopt;
+bool FileWatcher::Watch(const QString& path) {
+  Followed& followed = followed_[path];
+  const QFileInfo file(path);
+  followed.inode = InodeOf(path);
+  // Qt would log a line for a file that can't be read, and take a folder of that name for the file.
+  if (!file.isFile() || !file.isReadable() || !watched_.addPath(path)) {
+    return false;
   }
-  return Inode{status.st_dev, status.st_ino};
+  followed.folder = QFileInfo(file.canonicalFilePath()).absolutePath();
+  return true;
+}
+
+void FileWatcher::StopWatchingFolders() {
+  const bool nothingMissing = std::all_of(followed_.begin(), followed_.end(),
+                                          [this](const auto& entry) { return IsFollowed(entry.first); });
+  if (nothingMissing && !watched_.directories().isEmpty()) {
+    watched_.removePaths(watched_.directories());
+  }
 }

@@ -29,15 +29,19 @@ public slots:
   void fileChanged(const QString& path);
 
 private:
-  using Inode = std::pair<dev_t, ino_t>;
+  struct Followed {
+    std::optional<std::pair<dev_t, ino_t>> inode;  // of the file that the system watches
+    QString folder;                                // where it lay, behind symbolic links
+  };
 
-  void FollowReplacement(const QString& path);
+  void OnFileEvent(const QString& path);
   void LookForMissing();
   bool Follow(const QString& path);
+  bool Watch(const QString& path);
+  void StopWatchingFolders();
   bool IsFollowed(const QString& path) const { return watched_.files().contains(path); }
-  static std::optional<Inode> InodeOf(const QString& path);
 
   const std::vector<DigitizerBoard*> boards_;
   QFileSystemWatcher watched_;  // the files, and the folders of those that are missing
-  std::map<QString, std::optional<Inode>> inodes_;
+  std::map<QString, Followed> followed_;
 };

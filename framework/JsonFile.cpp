@@ -1,10 +1,14 @@
 #include "framework/JsonFile.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace korvax {
 
 QJsonDocument ReadJsonFile(const QString& path) {
+  if (!QFileInfo(path).isFile()) {
+    return {};  // reading from a pipe or a device may never end
+  }
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
     return {};

@@ -4,7 +4,8 @@
 
 namespace korvax {
 
-/// The JSON text of a file, read whole; null when the file can't be read or isn't JSON.
+/// The JSON text of a file, read whole; null when there is no such regular file, it can't be
+/// read, or isn't JSON.
 QJsonDocument ReadJsonFile(const QString& path);
 
 }  // namespace korvax

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMutex>
+#include <QThread>
 #include <QWaitCondition>
 
 #include <utility>
@@ -36,22 +37,32 @@ inline void HappensBefore([[maybe_unused]] void* address) {
 #endif
 }
 
-/// While one lives, the thread sanitizer doesn't watch this thread's memory. For the emission of a signal that
-/// crosses threads: its event is made here and deleted by the receiver's thread, ordered by a mutex inside Qt.
+/// While one lives on another thread than the sender's, the thread sanitizer doesn't watch this thread's memory.
+/// For the emission of a signal that crosses threads: its event is made here and deleted by the receiver's thread,
+/// ordered by a mutex inside Qt.
 class SignalCrossing {
 public:
 #ifdef KORVAX_THREAD_SANITIZER
-  SignalCrossing() {
-    __tsan_ignore_thread_begin();
+  explicit SignalCrossing(const QObject& sender) : crosses_(sender.thread() != QThread::currentThread()) {
+    if (crosses_) {
+      __tsan_ignore_thread_begin();
+    }
   }
   ~SignalCrossing() {
-    __tsan_ignore_thread_end();
+    if (crosses_) {
+      __tsan_ignore_thread_end();
+    }
   }
 #else
-  SignalCrossing() {}
+  explicit SignalCrossing(const QObject& /*sender*/) {}
 #endif
   SignalCrossing(const SignalCrossing&) = delete;
   SignalCrossing& operator=(const SignalCrossing&) = delete;
+
+#ifdef KORVAX_THREAD_SANITIZER
+private:
+  const bool crosses_;
+#endif
 };
 
 /// Holds a mutex from construction to destruction.

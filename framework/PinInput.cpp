@@ -12,8 +12,15 @@ int PinInput::Pop(DataMessage& out) {
   if (upstream == nullptr) {
     return Unlinked;
   }
-  const korvax::Lock lock(mutex_);
-  return upstream->Take(out) ? Taken : Empty;
+  DataMessage taken;
+  {
+    const korvax::Lock lock(mutex_);
+    if (!upstream->Take(taken)) {
+      return Empty;
+    }
+  }
+  out = std::move(taken);  // what `out` held before dies here, outside the locks
+  return Taken;
 }
 
 void PinInput::NewDataInTheOutputPin(int FifoLevel) {

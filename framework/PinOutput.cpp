@@ -24,22 +24,18 @@ bool PinOutput::Push(DataMessage&& message) {
     size_.store(size, std::memory_order_relaxed);
     acceptedMessages_.fetch_add(1, std::memory_order_relaxed);
   }
-  const korvax::SignalCrossing crossing;
+  const korvax::SignalCrossing crossing(*this);
   emit NewDataPushedInPin(size);
   return true;
 }
 
 bool PinOutput::Take(DataMessage& out) {
-  DataMessage taken;
-  {
-    const korvax::Lock lock(mutex_);
-    if (queue_.empty()) {
-      return false;
-    }
-    taken = std::move(queue_.front());
-    queue_.pop_front();
-    size_.store(static_cast<int>(queue_.size()), std::memory_order_relaxed);
+  const korvax::Lock lock(mutex_);
+  if (queue_.empty()) {
+    return false;
   }
-  out = std::move(taken);  // what `out` held before dies here, outside the lock
+  out = std::move(queue_.front());
+  queue_.pop_front();
+  size_.store(static_cast<int>(queue_.size()), std::memory_order_relaxed);
   return true;
 }

@@ -27,7 +27,7 @@ public:
   /// records, and false comes back; nothing is logged or signalled. Producer's thread.
   bool Push(DataMessage&& message);
 
-  /// Moves the oldest message out; false when there is none. Called by the linked input pin only.
+  /// Moves the oldest message into an empty one; false when there is none. Called by the linked input pin only.
   bool Take(DataMessage& out);
 
   /// Messages waiting. Any thread.

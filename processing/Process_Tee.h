@@ -13,6 +13,9 @@ public:
 
   Process_Tee(QObject* parent, const ChainContext& context, const QJsonValue& block);
 
+  /// There is no worker: copies what still waits, so that nothing is lost at the end of the process.
+  void StopWorker() override { NewDataInTheInputPin(0); }
+
 public slots:
   void NewDataInTheInputPin(int FifoLevel);
 

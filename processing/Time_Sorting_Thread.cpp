@@ -10,7 +10,8 @@ Time_Sorting_Thread::Time_Sorting_Thread(const KorvaxBlock::InputPins& inputs,
 void Time_Sorting_Thread::Consume(DataMessage&& message) {
   const auto batch = std::move(message.batch);
   envelope_ = std::move(message);
-  now_ = static_cast<quint64>(static_cast<double>(clock_.NanosecondsSinceEpoch()) / 1000.0);
+  // By way of a double, as arrival times have always been made.
+  now_ = static_cast<quint64>(static_cast<qint64>(static_cast<double>(clock_.NanosecondsSinceEpoch()) / 1000.0));
   if (buffer_.IsFull()) {
     qInfo() << "Order buffer full!";
   } else if (batch != nullptr) {
@@ -25,7 +26,7 @@ std::vector<korvax::OrderBuffer::Event> Time_Sorting_Thread::TakeEvents(PayloadB
     if (korvax::PayloadCast<KorvaxPayload_Energy>(record.get()) != nullptr) {
       auto& event = events.emplace_back(static_cast<KorvaxPayload_Energy*>(record.release()));
       event->arrivalTime = static_cast<qint64>(now_);
-    } else if (!std::exchange(strangersLogged_, true)) {
+    } else if (record != nullptr && !std::exchange(strangersLogged_, true)) {
       qInfo() << "Time sorting" << blockName_ << "discards records of type" << record->typeText
               << ": only energy events can be sorted. Connect it to a source of those";
     }

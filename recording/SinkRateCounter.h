@@ -22,6 +22,12 @@ public:
   bool ParseParameters(const QJsonValue& block) override;
   void StopWorker() override;
 
+  void ConfigureDump(int dump_events, const QString& file_type, const QString& file_path);
+  /// Begins a run: all counts from 0. A file that is still open goes on.
+  void StartDump(const QString& run_id);
+  void StopDump();
+  void PauseDump();
+  void ReStartDump();
   /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
   void StartRun(const korvax::DumpSettings& settings);
 
@@ -30,12 +36,6 @@ public slots:
   /// Messages that wait in the input pin.
   int FifoLevel() const;
   void InterpretMessage(QString* data_in, QString* data_out) override;
-  void ConfigureDump(int dump_events, const QString& file_type, const QString& file_path);
-  /// Begins a run: all counts from 0. A file that is still open goes on.
-  void StartDump(const QString& run_id);
-  void StopDump();
-  void PauseDump();
-  void ReStartDump();
 
 private:
   void SetChannelMap(const QJsonArray& names);

@@ -12,8 +12,8 @@ namespace {
 
 std::atomic<int> wakeDescriptor = -1;
 
-// In signal context: makes the next SIGINT or SIGTERM end the process, and wakes the event loop. A terminal that is
-// closed may hang up more than once.
+// In signal context: makes the next SIGINT or SIGTERM end the process, and wakes the event loop. A terminal that
+// is closed may hang up more than once.
 extern "C" void WakeEventLoop(int /*signal*/) {
   const int interruptedErrno = errno;
   std::signal(SIGINT, SIG_DFL);
@@ -22,6 +22,12 @@ extern "C" void WakeEventLoop(int /*signal*/) {
   const std::uint64_t one = 1;
   [[maybe_unused]] const ssize_t written = write(wakeDescriptor.load(std::memory_order_relaxed), &one, sizeof one);
   errno = interruptedErrno;
+}
+
+bool IsHandled(int signal) {
+  struct sigaction action = {};
+  sigaction(signal, nullptr, &action);
+  return action.sa_handler == WakeEventLoop;
 }
 
 void Handle(int signal) {
@@ -39,6 +45,8 @@ void Handle(int signal) {
 }  // namespace
 
 TerminationSignals::TerminationSignals() {
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a write that fails
+  std::signal(SIGPIPE, SIG_IGN);  // whoever read the log is gone; the acquisition goes on
   const int descriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   if (descriptor < 0) {
     return;  // signals then end the process as they do by default
@@ -52,17 +60,17 @@ TerminationSignals::TerminationSignals() {
   Handle(SIGINT);
   Handle(SIGTERM);
   Handle(SIGHUP);
-  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a write that fails
-  std::signal(SIGPIPE, SIG_IGN);  // whoever read the log is gone; the acquisition goes on
 }
 
 TerminationSignals::~TerminationSignals() {
   if (notifier_ == nullptr) {
     return;
   }
-  std::signal(SIGINT, SIG_DFL);
-  std::signal(SIGTERM, SIG_DFL);
-  std::signal(SIGHUP, SIG_DFL);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    if (IsHandled(signal)) {  // hang-ups that are ignored stay so: workers may still be finishing
+      std::signal(signal, SIG_DFL);
+    }
+  }
   notifier_.reset();
   close(wakeDescriptor.exchange(-1));
 }

@@ -4,8 +4,9 @@
 
 #include <memory>
 
-/// While one exists, the first SIGINT, SIGTERM or SIGHUP ends the event loop with status 0, so that workers finish what
-/// they hold; a second one ends the process at once, as any does before. One object in a process, main thread.
+/// While one exists, the first SIGINT, SIGTERM or SIGHUP ends the event loop with status 0, so that workers finish
+/// what they hold; a second SIGINT or SIGTERM ends the process at once, as any does before; further SIGHUPs are
+/// ignored, also after its life. One object in a process, main thread.
 class TerminationSignals {
 public:
   TerminationSignals();

@@ -4,18 +4,19 @@
 
 namespace korvax {
 
-static_assert(sizeof(std::atomic<quint32>) == sizeof(quint32) && std::atomic<quint32>::is_always_lock_free);
+static_assert(std::atomic_ref<quint32>::is_always_lock_free &&
+              std::atomic_ref<quint32>::required_alignment == alignof(quint32));
 
 namespace {
 
-// From calloc, so that rows that never count cost no memory; all-zero bytes are zero counters.
-std::atomic<quint32>* ZeroedCounters(qint32 rows, qint32 columns) {
+// From calloc, so that rows that never count cost no memory.
+quint32* ZeroedCounters(qint32 rows, qint32 columns) {
   if (rows <= 0 || columns <= 0 || qint64{rows} * columns > CountGrid::MostCounters) {
     return nullptr;
   }
   void* const memory =
       std::calloc(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns), sizeof(quint32));
-  return static_cast<std::atomic<quint32>*>(memory);
+  return static_cast<quint32*>(memory);
 }
 
 }  // namespace
@@ -37,7 +38,7 @@ void CountGrid::Reset() {
   }
   const std::size_t size = Index(rows_, 0);
   for (std::size_t i = 0; i < size; ++i) {
-    counters_.get()[i].store(0, std::memory_order_relaxed);
+    Counter(i).store(0, std::memory_order_relaxed);
   }
 }
 

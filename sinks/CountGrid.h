@@ -30,11 +30,11 @@ public:
 
   /// Adds 1. Indices must be inside.
   void Count(qint32 row, qint32 column) {
-    std::atomic<quint32>& counter = counters_.get()[Index(row, column)];
+    const std::atomic_ref<quint32> counter = Counter(Index(row, column));
     counter.store(counter.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
   }
   quint32 At(qint32 row, qint32 column) const {
-    return counters_.get()[Index(row, column)].load(std::memory_order_relaxed);
+    return Counter(Index(row, column)).load(std::memory_order_relaxed);
   }
   void Reset();
 
@@ -46,13 +46,17 @@ private:
     return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column);
   }
 
+  std::atomic_ref<quint32> Counter(std::size_t index) const {
+    return std::atomic_ref<quint32>(counters_.get()[index]);
+  }
+
   struct Free {
-    void operator()(std::atomic<quint32>* counters) const { std::free(counters); }
+    void operator()(quint32* counters) const { std::free(counters); }
   };
 
   qint32 rows_;
   qint32 columns_;
-  std::unique_ptr<std::atomic<quint32>, Free> counters_;
+  std::unique_ptr<quint32, Free> counters_;  // touched as atomics only
 };
 
 }  // namespace korvax

@@ -12,9 +12,23 @@ namespace {
 std::mutex mutex;
 std::vector<QString> lines;  // no list that callers would share
 
-void Collect(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& text) {
+// Info lines as they stand; the level of others shows.
+QString Level(QtMsgType type) {
+  switch (type) {
+    case QtInfoMsg:
+      return {};
+    case QtDebugMsg:
+      return QStringLiteral("[debug] ");
+    case QtWarningMsg:
+      return QStringLiteral("[warning] ");
+    default:
+      return QStringLiteral("[error] ");
+  }
+}
+
+void Collect(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
   const std::lock_guard lock(mutex);
-  lines.push_back(text);
+  lines.push_back(Level(type) + text);
 }
 
 }  // namespace

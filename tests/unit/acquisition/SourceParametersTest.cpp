@@ -118,7 +118,7 @@ TEST_F(SourceParameters, WithoutParametersEnergiesAreZero) {
   EXPECT_EQ(EnergyOfNextBlock(), 0.0);
 }
 
-TEST_F(SourceParameters, ConfiguredExpressionAndFlagReachTheWorker) {
+TEST_F(SourceParameters, AConfiguredExpressionReachesTheWorker) {
   QJsonObject configuration = Configuration("energy", "endpoints\\energy");
   configuration["parameters"] = test::Array(R"([
       {"param_name": "download_interval", "param_value": 0},
@@ -127,6 +127,15 @@ TEST_F(SourceParameters, ConfiguredExpressionAndFlagReachTheWorker) {
       {"param_name": "nobody_knows", "param_value": 5}])");
   Make(configuration).Run();
   EXPECT_DOUBLE_EQ(EnergyOfNextBlock(), 300.0);  // the later entry counts
+}
+
+TEST_F(SourceParameters, AConfiguredSwitchToTheBoardsEnergyReachesTheWorker) {
+  QJsonObject configuration = Configuration("energy", "endpoints\\energy");
+  configuration["parameters"] = test::Array(R"([
+      {"param_name": "energy_calibration_expression", "param_value": "x"},
+      {"param_name": "use_board_kev", "param_value": true}])");
+  Make(configuration).Run();
+  EXPECT_DOUBLE_EQ(EnergyOfNextBlock(), 0.25);
 }
 
 TEST_F(SourceParameters, ANewExpressionCountsFromTheNextBlockOn) {

@@ -86,17 +86,18 @@ TEST_F(MainWebSocketTest, EndsWhileAClientIsGoing) {
 
 TEST_F(MainWebSocketTest, DebugModeLogsItsFourLines) {
   server_ = std::make_unique<MainWebSocket>(quint16{0}, true, &blocks_);
-  EXPECT_EQ(log_.Lines(), QStringList{QString("Main server listening on port %1").arg(Port())});
+  EXPECT_EQ(log_.Lines(), QStringList{QString("[debug] Main server listening on port %1").arg(Port())});
   log_.Clear();
   {
     Client client(Port(), "/d");
     EXPECT_EQ(client.Ask("hello"), QString("d:hello"));
     client.socket.sendBinaryMessage("bytes");
     ASSERT_TRUE(test::WaitFor([&] { return client.binaries.size() == 1; }));
-    EXPECT_EQ(log_.Lines(), (QStringList{"Message received: \"hello\"", "Binary Message received: \"bytes\""}));
+    EXPECT_EQ(log_.Lines(),
+              (QStringList{"[debug] Message received: \"hello\"", "[debug] Binary Message received: \"bytes\""}));
   }
   EXPECT_TRUE(test::WaitFor([&] { return log_.Lines().size() == 3; }));
-  EXPECT_TRUE(log_.Lines().last().startsWith("socketDisconnected:"));
+  EXPECT_TRUE(log_.Lines().last().startsWith("[debug] socketDisconnected:"));
 }
 
 TEST_F(MainWebSocketTest, WithoutDebugModeNothingIsLogged) {

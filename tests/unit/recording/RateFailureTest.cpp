@@ -7,7 +7,7 @@ using test::RateBench;
 using test::Rates;
 
 QStringList OpenFailure(const QString& path) {
-  return {"Opening RATE dumper:  \"" + path + '"', "Cannot open file: \"" + path + '"'};
+  return {"Opening RATE dumper:  \"" + path + '"', "[warning] Cannot open file: \"" + path + '"'};
 }
 
 QString WriteFailure(const QString& path, int byte, const QString& problem) {

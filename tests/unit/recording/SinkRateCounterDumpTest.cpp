@@ -94,7 +94,7 @@ TEST_F(SinkRateCounterDump, valuesThatAreNoTextsReadAsEmpty) {
   sink_.Ask(Start("no_such_run"));
   ASSERT_TRUE(sink_.Consume(Rates(1, 5)));
   EXPECT_EQ(log_.Lines(), QStringList({R"(Opening RATE dumper:  "/no_such_run/rates_0.dat")",
-                                       R"(Cannot open file: "/no_such_run/rates_0.dat")"}));
+                                       R"([warning] Cannot open file: "/no_such_run/rates_0.dat")"}));
 }
 
 TEST_F(SinkRateCounterDump, goesToRun0BelowTmpUnlessTold) {
@@ -103,7 +103,7 @@ TEST_F(SinkRateCounterDump, goesToRun0BelowTmpUnlessTold) {
   sink.Ask(Command("start_dump"));
   ASSERT_TRUE(sink.Consume(Rates(1, 5)));
   EXPECT_EQ(log_.Lines(), QStringList({R"(Opening RATE dumper:  "/tmp/run_0/no/such/folder/rates_0.dat")",
-                                       R"(Cannot open file: "/tmp/run_0/no/such/folder/rates_0.dat")"}));
+                                       R"([warning] Cannot open file: "/tmp/run_0/no/such/folder/rates_0.dat")"}));
 }
 
 TEST_F(SinkRateCounterDump, isControlledByTheOperationsOfRunControl) {

@@ -34,15 +34,16 @@ protected:
     return paths;
   }
 
-  // Whether what the producer pushes reaches the consumer's first input.
-  static bool IsLinked(KorvaxBlock& consumer, KorvaxBlock& producer) {
+  // Whether what the producer pushes on its output reaches the consumer's first input.
+  static bool IsLinked(KorvaxBlock& consumer, KorvaxBlock& producer, std::size_t output = 0) {
     int signalled = 0;
     const auto connection = QObject::connect(consumer.Inputs().at(0).get(), &PinInput::DataReady, &consumer,
                                              [&](int) { ++signalled; });
     DataMessage message;
     message.batch = std::make_unique<PayloadBatch>();
-    producer.Outputs().at(0)->Push(std::move(message));
-    producer.Outputs().at(0)->Take(message);
+    producer.Outputs().at(output)->Push(std::move(message));
+    DataMessage taken;
+    producer.Outputs().at(output)->Take(taken);
     QObject::disconnect(connection);
     return signalled == 1;
   }
@@ -116,6 +117,23 @@ TEST_F(ChainAssemblyTest, AnInputIsLinkedToItsSourcesPin) {
   ASSERT_EQ(blocks_.size(), 3U);
   EXPECT_TRUE(IsLinked(*blocks_[2], *blocks_[1]));
   EXPECT_FALSE(IsLinked(*blocks_[2], *blocks_[0]));
+}
+
+TEST_F(ChainAssemblyTest, ThePinsTextIsTheIndexOfTheOutputAndANumberIsOutputZero_isKept) {
+  const QByteArray tee = R"({"block_type": "tee", "name": "a", "output_count": 3})";
+  const std::pair<const char*, std::size_t> rows[] = {
+      {"\"1\"", 1}, {"\"2\"", 2}, {"\"0\"", 0}, {"1", 0}, {"2", 0}};
+  for (const auto& [pin, output] : rows) {
+    SCOPED_TRACE(pin);
+    blocks_.clear();
+    const QByteArray sources = QByteArray(R"([{"source": "a", "pin": )") + pin + "}]";
+    EXPECT_EQ(BuildChain(tee + "," + Spectrum("s", sources.constData())), QString());
+    ASSERT_EQ(blocks_.size(), 2U);
+    for (std::size_t i = 0; i < 3; ++i) {
+      EXPECT_EQ(IsLinked(*blocks_[1], *blocks_[0], i), i == output) << i;
+    }
+    blocks_.pop_back();
+  }
 }
 
 TEST_F(ChainAssemblyTest, APinThatIsNoTextReadsAsPinZero_isKept) {

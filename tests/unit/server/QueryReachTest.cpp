@@ -39,7 +39,8 @@ TEST(QueryReach, BlocksAnswerOnTheRoutesOfTheirTypeOnly) {
   for (const TypeRow& row : Rows) {
     SCOPED_TRACE(row.type);
     BlockList blocks;
-    blocks.push_back(BlockFactory::Create(row.type, {&Boards, &blocks, "p", ""}, test::Object(R"({"name": "n"})")));
+    blocks.push_back(
+        BlockFactory::Create(row.type, {&Boards, &blocks, "p", ""}, test::Object(R"({"name": "n"})")));
     blocks.back()->SetFullPath("p");
     EXPECT_EQ(!korvax::AnswerQuery(blocks, "query_by_json", row.query).isEmpty(), row.generic);
     EXPECT_EQ(!korvax::AnswerQuery(blocks, "n", row.query).isEmpty(), row.named);

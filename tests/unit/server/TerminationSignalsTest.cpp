@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 
 namespace {
 
@@ -28,6 +29,34 @@ class TerminationSignalsDeathTest : public testing::Test {
 protected:
   TerminationSignalsDeathTest() { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
 };
+
+TEST_F(TerminationSignalsDeathTest, FurtherHangUpsDoNotEndTheProcessThatIsFinishing) {
+  for (const int first : {SIGINT, SIGTERM, SIGHUP}) {
+    SCOPED_TRACE(first);
+    EXPECT_EXIT(
+        {
+          {
+            const TerminationSignals quitOnSignal;
+            std::raise(first);
+            std::raise(SIGHUP);
+          }
+          std::raise(SIGHUP);
+          std::_Exit(7);
+        },
+        testing::ExitedWithCode(7), "");
+  }
+}
+
+TEST_F(TerminationSignalsDeathTest, HangUpsThatAreIgnoredFromTheStartStayIgnored) {
+  EXPECT_EXIT(
+      {
+        std::signal(SIGHUP, SIG_IGN);
+        { const TerminationSignals quitOnSignal; }
+        std::raise(SIGHUP);
+        std::_Exit(7);
+      },
+      testing::ExitedWithCode(7), "");
+}
 
 TEST_F(TerminationSignalsDeathTest, ASecondSignalOfEitherKindEndsTheProcess) {
   for (const int first : {SIGINT, SIGTERM}) {

@@ -18,11 +18,11 @@ std::string Channel(const CountGrid& histogram, qint32 channel) {
 }
 
 // Counting to 2^32 one by one would take minutes under a sanitizer, so this opens the counters to the test.
-std::atomic<quint32>* CountersOf(const CountGrid& histogram);
+quint32* CountersOf(const CountGrid& histogram);
 
 template <auto Counters>
 struct Open {
-  friend std::atomic<quint32>* CountersOf(const CountGrid& histogram) {
+  friend quint32* CountersOf(const CountGrid& histogram) {
     return (histogram.*Counters).get();
   }
 };
