@@ -8,5 +8,5 @@
 struct PayloadBatch {
   QLatin1String dataType;  ///< "energy", "waveform" or "rate_counters"; always a literal
   quint64 timestamp = 0;   ///< board time units
-  std::vector<std::unique_ptr<KorvaxPayload>> records;
+  std::vector<std::unique_ptr<KorvaxPayload>> records;  ///< never null
 };

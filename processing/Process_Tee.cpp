@@ -10,7 +10,7 @@ std::unique_ptr<PayloadBatch> Copy(const PayloadBatch& batch) {
   copy->timestamp = batch.timestamp;
   copy->records.reserve(batch.records.size());
   for (const auto& record : batch.records) {
-    copy->records.push_back(record == nullptr ? nullptr : record->Clone());
+    copy->records.push_back(record->Clone());
   }
   return copy;
 }

@@ -26,7 +26,7 @@ std::vector<korvax::OrderBuffer::Event> Time_Sorting_Thread::TakeEvents(PayloadB
     if (korvax::PayloadCast<KorvaxPayload_Energy>(record.get()) != nullptr) {
       auto& event = events.emplace_back(static_cast<KorvaxPayload_Energy*>(record.release()));
       event->arrivalTime = static_cast<qint64>(now_);
-    } else if (record != nullptr && !std::exchange(strangersLogged_, true)) {
+    } else if (!std::exchange(strangersLogged_, true)) {
       qInfo() << "Time sorting" << blockName_ << "discards records of type" << record->typeText
               << ": only energy events can be sorted. Connect it to a source of those";
     }
