@@ -31,6 +31,7 @@ Commands AddCommands(CLI::App& app) {
   AddRunCommands(app, commands);
   AddHvCommand(app, commands);
   AddFilesCommands(app, commands);
+  AddCheckCommand(app, commands);
   return commands;
 }
 

@@ -26,6 +26,7 @@ void AddViewCommands(CLI::App& app, Commands& commands);
 void AddRunCommands(CLI::App& app, Commands& commands);
 void AddHvCommand(CLI::App& app, Commands& commands);
 void AddFilesCommands(CLI::App& app, Commands& commands);
+void AddCheckCommand(CLI::App& app, Commands& commands);
 
 /// Takes a number of seconds from `least` to a day.
 CLI::Validator Seconds(double least);

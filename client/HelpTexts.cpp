@@ -4,9 +4,8 @@ namespace korvax::client::help {
 
 const char* const description =
     "korvaxctl talks to a running korvax-boards-server: it sends queries, draws spectra, maps and waveforms in\n"
-    "the terminal, shows rates, starts, stops and resets counting, records runs and switches high voltage. It "
-    "also\n"
-    "reads the list, wave and rate files of a run.";
+    "the terminal, shows rates, starts, stops and resets counting, records runs and switches high voltage.\n"
+    "It also reads the list, wave and rate files of a run, and checks configuration files.";
 
 const char* const footer = R"(Examples:
   korvaxctl query processing/0/filter_chain/board0/chain/spectrum0 '{"args":[{"cmd":"data_get_status"}]}'
@@ -25,6 +24,7 @@ const char* const footer = R"(Examples:
   korvaxctl run stop
   korvaxctl hv hv1 show
   korvaxctl files summary demo-storage/first
+  korvaxctl check examples/demo.json
 
 Every command takes --host, --port and --timeout, before or after its name, and --help.
 
@@ -195,6 +195,18 @@ Examples:
   korvaxctl files summary demo-storage/first
   korvaxctl files check demo-storage/first
   korvaxctl files csv demo-storage/first/dumper1_0.bin --output events.csv
+
+See korvaxctl --help for the exit codes.)";
+
+const char* const checkFooter =
+    R"(Looks at a file as the server would, without starting anything: no board is connected, no folder looked for.
+Each finding is a line: FILE:LINE: error or warning: where it is, what was expected and what stands there.
+Errors are what the server refuses, or reads as something else. Warnings are what it takes, but perhaps not as
+it was meant; with warnings alone the exit code is 0.
+
+Examples:
+  korvaxctl check examples/demo.json
+  korvaxctl check --schema
 
 See korvaxctl --help for the exit codes.)";
 

@@ -18,5 +18,6 @@ extern const char* const statusFooter;
 extern const char* const runFooter;
 extern const char* const hvFooter;
 extern const char* const filesFooter;
+extern const char* const checkFooter;
 
 }  // namespace korvax::client::help

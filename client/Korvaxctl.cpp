@@ -1,5 +1,6 @@
 #include "client/Korvaxctl.h"
 
+#include "client/CheckCommand.h"
 #include "client/CommandLine.h"
 #include "client/FilesCommand.h"
 #include "client/HeatMapView.h"
@@ -68,6 +69,7 @@ public:
   Ending operator()(const RunRequest& request) const { return ControlRun(server_, request, console_); }
   Ending operator()(const HvRequest& request) const { return RunHv(server_, request, console_); }
   Ending operator()(const FilesRequest& request) const { return RunFiles(request, console_); }
+  Ending operator()(const CheckRequest& request) const { return RunCheck(request, console_); }
 
 private:
   /// Tells a wrong query from a wrong path: whatever counts answers for its status, a rate counter for its

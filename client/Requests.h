@@ -108,7 +108,13 @@ struct FilesRequest {
   QString output;              ///< Csv: the file to create; empty means standard output
 };
 
+/// korvaxctl check FILE, or --schema without one
+struct CheckRequest {
+  QString file;
+  bool schema = false;
+};
+
 using Request = std::variant<QueryRequest, SinkRequest, SpectrumRequest, HeatMapRequest, ScopeRequest,
-                             RatesRequest, RunRequest, HvRequest, FilesRequest>;
+                             RatesRequest, RunRequest, HvRequest, FilesRequest, CheckRequest>;
 
 }  // namespace korvax::client

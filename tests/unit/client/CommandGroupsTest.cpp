@@ -172,7 +172,8 @@ TEST(CommandGroups, everyExampleOfTheHelpIsUnderstood) {
   for (const Words& command :
        {Words{"--help"}, Words{"query", "--help"}, Words{"spectrum", "--help"}, Words{"times", "--help"},
         Words{"position", "--help"}, Words{"image", "--help"}, Words{"start", "--help"}, Words{"scope", "--help"},
-        Words{"rates", "--help"}, Words{"run", "--help"}, Words{"hv", "--help"}, Words{"files", "--help"}}) {
+        Words{"rates", "--help"}, Words{"run", "--help"}, Words{"hv", "--help"}, Words{"files", "--help"},
+        Words{"check", "--help"}}) {
     for (const Words& example : Examples(command)) {
       EXPECT_TRUE(std::holds_alternative<Invocation>(ParseCommandLine(example)))
           << Ended(example).text.toStdString();

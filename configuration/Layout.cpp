@@ -1,0 +1,49 @@
+#include "configuration/Layout.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+
+namespace korvax {
+
+namespace {
+
+// Calls `visit` with the path and the object of each element of an array.
+template <typename Visit>
+void ForEachElement(const QJsonObject& parent, const QStringList& path, const QString& key, Visit visit) {
+  const QJsonArray elements = parent[key].toArray();
+  for (int i = 0; i < elements.size(); ++i) {
+    visit(path + QStringList{key, QString::number(i)}, elements[i].toObject());
+  }
+}
+
+}  // namespace
+
+Layout Layout::Of(const QJsonObject& configuration) {
+  Layout layout;
+  ForEachElement(configuration, {}, QStringLiteral("Hardware"), [&](const auto& path, const QJsonObject& board) {
+    if (board["enable"].toBool()) {
+      layout.boards.push_back({path, board["board_name"].toString(), board});
+    }
+  });
+  const auto addBlock = [&](const auto& path, const QJsonObject& block) {
+    layout.blocks.push_back({path, block["block_type"].toString(), block["name"].toString(), block});
+  };
+  const auto addChain = [&](const auto& path, const QJsonObject& chain) {
+    if (chain["enable"].toBool()) {
+      ForEachElement(chain, path, QStringLiteral("chain"), addBlock);
+    }
+  };
+  ForEachElement(configuration, {}, QStringLiteral("processing"), [&](const auto& path, const QJsonObject& group) {
+    ForEachElement(group, path, QStringLiteral("filter_chain"), addChain);
+  });
+  return layout;
+}
+
+const BoardEntry* Layout::Board(const QString& name) const {
+  const auto found =
+      std::find_if(boards.begin(), boards.end(), [&](const auto& board) { return board.name == name; });
+  return found == boards.end() ? nullptr : &*found;
+}
+
+}  // namespace korvax

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace korvax {
+
+/// A board that the server would connect.
+struct BoardEntry {
+  QStringList path;
+  QString name;
+  QJsonObject keys;
+};
+
+/// A block that the server would build.
+struct BlockEntry {
+  QStringList path;
+  QString type;
+  QString name;
+  QJsonObject keys;
+};
+
+/// The enabled boards and blocks of a configuration, in the order in which the server goes through them.
+struct Layout {
+  std::vector<BoardEntry> boards;
+  std::vector<BlockEntry> blocks;
+
+  static Layout Of(const QJsonObject& configuration);
+
+  /// The first board, or null.
+  const BoardEntry* Board(const QString& name) const;
+};
+
+}  // namespace korvax
