@@ -66,7 +66,7 @@ void Source::Run() {
     worker_->start(korvax::StreamPriority);
     if (!worker_->isRunning() && !worker_->isFinished()) {
       qInfo() << "Source" << Name()
-              << "can't start its thread: no data will come from it. Give the server more memory";
+              << "can't start its thread: no data will come from it. Give the server more memory or threads";
     }
   }
 }

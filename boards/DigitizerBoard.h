@@ -9,8 +9,8 @@
 
 /// The connection to one digitizer through its board library, and the board's description from one "Hardware"
 /// entry. Results are 0, the library's code unchanged, or one of the two codes below. Without a lock: the
-/// library accepts concurrent calls on one handle; the parameters belong to the main thread, and endpoints and commands
-/// change only before the acquisition threads read them.
+/// library accepts concurrent calls on one handle; the parameters belong to the main thread, and endpoints and
+/// commands change only before the acquisition threads read them.
 class DigitizerBoard {
 public:
   static constexpr qint32 AlreadyOpen = -4;

@@ -13,8 +13,12 @@ QJsonDocument ReadJsonFile(const QString& path) {
   if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
     return {};
   }
+  const QByteArray text = file.read(LargestJsonFile + 1);
+  if (text.size() > LargestJsonFile) {
+    return {};
+  }
   // By way of a text: bytes that are no UTF-8 become replacement characters instead of a refusal.
-  return QJsonDocument::fromJson(QString::fromUtf8(file.readAll()).toUtf8());
+  return QJsonDocument::fromJson(QString::fromUtf8(text).toUtf8());
 }
 
 }  // namespace korvax

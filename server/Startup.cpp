@@ -97,7 +97,11 @@ std::optional<int> Startup::BuildChain(const Configuration& configuration) {
 
 void Startup::WatchConfiguration() {
   fileWatcher_ = std::make_unique<FileWatcher>(boards_);
-  fileWatcher_->addPath(configurationPath_);
+  if (!fileWatcher_->addPath(configurationPath_)) {
+    qInfo() << "Configuration file" << configurationPath_
+            << "can't be watched: boards aren't configured again when it changes. Free inotify watches"
+               " (fs.inotify.max_user_watches) and start again";
+  }
 }
 
 void Startup::AddRunControl() {

@@ -29,7 +29,10 @@ QString CountGrid::Fault(const QString& size) const {
   if (!wanted || !IsEmpty()) {
     return {};
   }
-  return size + QStringLiteral(": expected at most %1, and memory for them").arg(MostCounters);
+  return size + QStringLiteral(": expected at most %1, and memory for them; found %2 x %3")
+                    .arg(MostCounters)
+                    .arg(rows_)
+                    .arg(columns_);
 }
 
 void CountGrid::Reset() {
@@ -38,7 +41,9 @@ void CountGrid::Reset() {
   }
   const std::size_t size = Index(rows_, 0);
   for (std::size_t i = 0; i < size; ++i) {
-    Counter(i).store(0, std::memory_order_relaxed);
+    if (Counter(i).load(std::memory_order_relaxed) != 0) {  // memory that never counted stays untouched
+      Counter(i).store(0, std::memory_order_relaxed);
+    }
   }
 }
 

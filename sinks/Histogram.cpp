@@ -8,11 +8,11 @@
 Histogram::Histogram(QObject* parent, const ChainContext& context, const QJsonValue& block)
     : KorvaxBlock(QStringLiteral("spectrum"), false, context, parent) {
   ReadCommonKeys(block);
-  ParseConfiguration(block);
+  ParseParameters(block);
   const PinInput& input = AddInput();
   connect(&input, &PinInput::DataReady, this, &Histogram::NewDataInTheInputPin);
-  worker_ = std::make_unique<Histogram_Thread>(Inputs(), binNumber_, channelNumber_);
-  SetFault(worker_->Counts().Fault(QStringLiteral("\"bin_number\" times \"ch_number\"")));
+  worker_ = std::make_unique<Histogram_Thread>(Inputs(), korvax::HistogramShape::FromParameters(block));
+  SetFault(worker_->Counts().Fault(QStringLiteral("\"ch_number\" times \"bin_number\"")));
   worker_->SetGain(gain_);
   worker_->SetCuts(energyCutMin_, energyCutMax_);
   worker_->start(korvax::StreamPriority);
@@ -20,13 +20,6 @@ Histogram::Histogram(QObject* parent, const ChainContext& context, const QJsonVa
 
 Histogram::~Histogram() {
   StopWorker();
-}
-
-void Histogram::ParseConfiguration(const QJsonValue& block) {
-  korvax::ApplyParameters(
-      block, {{QLatin1String("bin_number"), [this](const QJsonValue& value) { binNumber_ = value.toInt(); }},
-              {QLatin1String("ch_number"), [this](const QJsonValue& value) { channelNumber_ = value.toInt(); }}});
-  ParseParameters(block);
 }
 
 bool Histogram::ParseParameters(const QJsonValue& block) {

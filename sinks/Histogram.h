@@ -22,11 +22,8 @@ public slots:
   void InterpretMessage(QString* data_in, QString* data_out) override;
 
 private:
-  void ParseConfiguration(const QJsonValue& block);
   void SetCut(double& cut, const char* label, double value);
 
-  qint32 binNumber_ = 0;
-  qint32 channelNumber_ = 0;
   double gain_ = 1.0;
   double energyCutMin_ = 0.0;
   double energyCutMax_ = 4294967295.0;

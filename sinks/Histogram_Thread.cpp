@@ -2,8 +2,8 @@
 
 #include "sinks/BinIndex.h"
 
-Histogram_Thread::Histogram_Thread(const KorvaxBlock::InputPins& inputs, qint32 bins, qint32 channels)
-    : SinkThread(inputs, When::Running), counts_(channels, bins) {}
+Histogram_Thread::Histogram_Thread(const KorvaxBlock::InputPins& inputs, korvax::HistogramShape shape)
+    : SinkThread(inputs, When::Running), counts_(shape.channels, shape.bins) {}
 
 void Histogram_Thread::SetGain(double gain) {
   const korvax::Lock lock(Mutex());

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "sinks/CountGrid.h"
+#include "sinks/HistogramShape.h"
 #include "sinks/SinkThread.h"
 
 /// Counts energy events into one histogram per channel. A histogram without bins or channels discards them.
 class Histogram_Thread final : public korvax::SinkThread {
 public:
-  Histogram_Thread(const KorvaxBlock::InputPins& inputs, qint32 bins, qint32 channels);
+  Histogram_Thread(const KorvaxBlock::InputPins& inputs, korvax::HistogramShape shape);
 
   // Main thread.
   void SetGain(double gain);
@@ -26,5 +27,5 @@ private:
   double gain_ = 1.0;
   double cutMin_ = 0.0;
   double cutMax_ = 4294967295.0;
-  korvax::CountGrid counts_;  // read without
+  korvax::CountGrid counts_;  // read without the lock: counters are atomics
 };

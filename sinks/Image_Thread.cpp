@@ -9,7 +9,7 @@ Image_Thread::Image_Thread(const KorvaxBlock::InputPins& inputs, qint32 rows, qi
 QString Image_Thread::Fault() const {
   for (const korvax::CountGrid* image : {&immediate_, &cumulative_, &taken_}) {
     const QString fault =
-        image->Fault(QStringLiteral("entries of \"x_positions\" times those of \"y_positions\""));
+        image->Fault(QStringLiteral("entries of \"y_positions\" times those of \"x_positions\""));
     if (!fault.isEmpty()) {
       return fault;
     }

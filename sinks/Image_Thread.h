@@ -28,7 +28,7 @@ private:
 
   // Guarded by Mutex().
   korvax::CountGrid immediate_;
-  korvax::CountGrid cumulative_;  // read without
+  korvax::CountGrid cumulative_;  // read without the lock: counters are atomics
 
   korvax::CountGrid taken_;  // main thread
 };

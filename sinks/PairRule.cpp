@@ -12,8 +12,8 @@ bool StripWiring::HasPlace(quint32 channel, quint32 partner) const {
   return column >= 0 && column < Columns();
 }
 
-bool HasRepeatedChannel(std::span<const StripHit> hits) {
-  std::vector<quint32> channels(hits.size());
+bool HasRepeatedChannel(std::span<const StripHit> hits, std::vector<quint32>& channels) {
+  channels.resize(hits.size());
   std::transform(hits.begin(), hits.end(), channels.begin(), [](const StripHit& hit) { return hit.channel; });
   std::sort(channels.begin(), channels.end());
   return std::adjacent_find(channels.begin(), channels.end()) != channels.end();

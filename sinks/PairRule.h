@@ -36,8 +36,9 @@ struct EnergyWindow {
   double max = 4294967295.0;
 };
 
-/// True when two of the hits share a channel. Order doesn't matter.
-bool HasRepeatedChannel(std::span<const StripHit> hits);
+/// True when two of the hits share a channel. Order doesn't matter. `channels` is overwritten; a caller keeps it
+/// for its memory.
+bool HasRepeatedChannel(std::span<const StripHit> hits, std::vector<quint32>& channels);
 
 /// Appends the points of all pairs that the first of `hits` makes with later ones; returns how many pairs the
 /// energy window has rejected. Pairs without a place, or without any energy, give neither.

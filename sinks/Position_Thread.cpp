@@ -37,7 +37,7 @@ void Position_Thread::Count(const PayloadBatch& batch) {
   korvax::ForEachEvent(batch, [this](const KorvaxPayload_Energy& event) {
     hits_.push_back({event.channel, event.energyRaw});
   });
-  if (korvax::HasRepeatedChannel(hits_)) {
+  if (korvax::HasRepeatedChannel(hits_, channels_)) {
     return;
   }
   points_.clear();

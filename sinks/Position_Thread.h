@@ -31,11 +31,12 @@ private:
 
   // Guarded by Mutex().
   korvax::EnergyWindow window_;
-  korvax::CountGrid map_;  // read without
+  korvax::CountGrid map_;  // read without the lock: counters are atomics
   korvax::FrameBuffer frames_;
 
   // Worker; kept from batch to batch for their memory.
   std::vector<korvax::StripHit> hits_;
+  std::vector<quint32> channels_;
   std::vector<korvax::StripPoint> points_;
   int rejected_ = 0;
 };

@@ -6,24 +6,17 @@
 time_distribution::time_distribution(QObject* parent, const ChainContext& context, const QJsonValue& block)
     : KorvaxBlock(QStringLiteral("tof_histogram"), false, context, parent) {
   ReadCommonKeys(block);
-  ParseConfiguration(block);
+  ParseParameters(block);
   const PinInput& input = AddInput();
   connect(&input, &PinInput::DataReady, this, &time_distribution::NewDataInTheInputPin);
-  worker_ = std::make_unique<time_distribution_Thread>(Inputs(), binNumber_, channelNumber_);
-  SetFault(worker_->Counts().Fault(QStringLiteral("\"bin_number\" times \"ch_number\"")));
+  worker_ = std::make_unique<time_distribution_Thread>(Inputs(), korvax::HistogramShape::FromParameters(block));
+  SetFault(worker_->Counts().Fault(QStringLiteral("\"ch_number\" times \"bin_number\"")));
   worker_->SetBinning(binning_);
   worker_->start(korvax::StreamPriority);
 }
 
 time_distribution::~time_distribution() {
   StopWorker();
-}
-
-void time_distribution::ParseConfiguration(const QJsonValue& block) {
-  korvax::ApplyParameters(
-      block, {{QLatin1String("bin_number"), [this](const QJsonValue& value) { binNumber_ = value.toInt(); }},
-              {QLatin1String("ch_number"), [this](const QJsonValue& value) { channelNumber_ = value.toInt(); }}});
-  ParseParameters(block);
 }
 
 bool time_distribution::ParseParameters(const QJsonValue& block) {

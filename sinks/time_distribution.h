@@ -22,11 +22,8 @@ public slots:
   void InterpretMessage(QString* data_in, QString* data_out) override;
 
 private:
-  void ParseConfiguration(const QJsonValue& block);
   void SetBinning(double binning);
 
-  qint32 binNumber_ = 0;
-  qint32 channelNumber_ = 0;
   double binning_ = 0.0;
   std::unique_ptr<time_distribution_Thread> worker_;  // absent only while the constructor reads the configuration
 };

@@ -2,9 +2,9 @@
 
 #include "sinks/BinIndex.h"
 
-time_distribution_Thread::time_distribution_Thread(const KorvaxBlock::InputPins& inputs, qint32 bins,
-                                                   qint32 channels)
-    : SinkThread(inputs, When::Always), counts_(channels, bins) {}
+time_distribution_Thread::time_distribution_Thread(const KorvaxBlock::InputPins& inputs,
+                                                   korvax::HistogramShape shape)
+    : SinkThread(inputs, When::Always), counts_(shape.channels, shape.bins) {}
 
 void time_distribution_Thread::SetBinning(double binning) {
   const korvax::Lock lock(Mutex());

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "sinks/CountGrid.h"
+#include "sinks/HistogramShape.h"
 #include "sinks/SinkThread.h"
 
 /// Counts energy events into one histogram per channel by their timestamps. A histogram without bins or channels
 /// discards them.
 class time_distribution_Thread final : public korvax::SinkThread {
 public:
-  time_distribution_Thread(const KorvaxBlock::InputPins& inputs, qint32 bins, qint32 channels);
+  time_distribution_Thread(const KorvaxBlock::InputPins& inputs, korvax::HistogramShape shape);
 
   /// Width of a bin in timestamp units. At 0, as at first, every event drops out. Main thread.
   void SetBinning(double binning);
@@ -23,5 +24,5 @@ private:
 
   // Guarded by Mutex().
   double binning_ = 0.0;
-  korvax::CountGrid counts_;  // read without
+  korvax::CountGrid counts_;  // read without the lock: counters are atomics
 };

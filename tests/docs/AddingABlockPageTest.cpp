@@ -48,9 +48,9 @@ TEST(AddingABlockPage, ShowsALineOfTheFactoryAsTheyAre) {
 }
 
 TEST(AddingABlockPage, ItsBlockAnswersAsThePageShows) {
+  PinOutput feed(QStringLiteral("energy"));  // outlives the block, whose worker reads it to the end
   Multiplicity block(nullptr, ChainContext(), test::Object(OnlyBlock(QStringLiteral("json block")).toUtf8()));
   EXPECT_TRUE(block.Fault().isEmpty());
-  PinOutput feed(QStringLiteral("energy"));
   block.Inputs().front()->Connect(&feed);
   Ask(block, QStringLiteral(R"({"args": [{"cmd": "run_control", "status": "freerun"}]})"));
 

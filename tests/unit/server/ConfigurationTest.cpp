@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace {
 
 class ConfigurationTest : public testing::Test {
@@ -111,6 +113,20 @@ TEST_F(ConfigurationTest, AFileOfAHundredMegabytesIsReadOrRefusedLikeASmallOne) 
   constexpr int Size = 100 << 20;
   ExpectGood(Load(QByteArray(Good).insert(1, QByteArray(Size, ' '))));
   EXPECT_FALSE(Load(QByteArray(Size, 'x')));
+}
+
+TEST_F(ConfigurationTest, AFileThatIsTooLargeForAnyConfigurationIsRefused) {
+  constexpr int Limit = 128 << 20;
+  const QByteArray good(Good);
+  EXPECT_TRUE(Load(QByteArray(good).insert(1, QByteArray(Limit - good.size(), ' '))));
+  EXPECT_FALSE(Load(QByteArray(good).insert(1, QByteArray(Limit - good.size() + 1, ' '))));
+}
+
+TEST_F(ConfigurationTest, WhatIsNoRegularFileIsRefusedAndNotWaitedFor) {
+  const QString pipe = folder_.filePath("pipe");
+  ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+  EXPECT_FALSE(Configuration::Load(pipe));
+  EXPECT_FALSE(Configuration::Load("/dev/zero"));
 }
 
 }  // namespace

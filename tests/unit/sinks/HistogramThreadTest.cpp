@@ -19,7 +19,7 @@ protected:
   }
 
   quint32 Count(quint32 energyRaw, qint32 bin) {
-    Histogram_Thread worker(inputs, 8, 2);
+    Histogram_Thread worker(inputs, {.channels = 2, .bins = 8});
     worker.SetRunning(true);
     settings(worker);
     feed.Push(test::MessageOf(test::Energy(1, energyRaw)));
@@ -41,7 +41,7 @@ TEST_F(AHistogramThread, startsWithGainOneAndCutsThatLetEveryBinPass) {
 }
 
 TEST_F(AHistogramThread, startsStopped) {
-  const Histogram_Thread worker(inputs, 8, 2);
+  const Histogram_Thread worker(inputs, {.channels = 2, .bins = 8});
   EXPECT_FALSE(worker.IsRunning());
 }
 

@@ -119,8 +119,8 @@ TEST(ImageParameters, aNameGivenTwiceTakesItsLastValue) {
 TEST(ImageParameters, ofTooManyPixelsAreAFaultAndDiscardTheEvents) {
   ImageSink sink({{"x_positions", test::Zeros(8'193)}, {"y_positions", test::Zeros(8'192)}});
   EXPECT_EQ(sink.block.Fault(),
-            "entries of \"x_positions\" times those of \"y_positions\": expected at most 67108864, and memory for "
-            "them");
+            "entries of \"y_positions\" times those of \"x_positions\": expected at most 67108864, and memory for "
+            "them; found 8192 x 8193");
   sink.Run();
   EXPECT_TRUE(sink.Consume(Energy(0, 1)));
 }

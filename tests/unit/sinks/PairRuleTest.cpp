@@ -36,13 +36,18 @@ Points PointsOf(const Hits& hits, const StripWiring& wiring = TwoStrips, const E
   return points;
 }
 
+bool HasRepeatedChannel(const Hits& hits) {
+  std::vector<quint32> scratch{7, 7, 7, 7, 7};  // of some batch before
+  return korvax::HasRepeatedChannel(hits, scratch);
+}
+
 TEST(RepeatedChannel, isFoundWhereverItsHitsStand) {
-  EXPECT_FALSE(korvax::HasRepeatedChannel({}));
-  EXPECT_FALSE(korvax::HasRepeatedChannel(Hits{{3, 5}}));
-  EXPECT_FALSE(korvax::HasRepeatedChannel(Hits{{3, 5}, {2, 5}, {0x80000003, 5}}));
-  EXPECT_TRUE(korvax::HasRepeatedChannel(Hits{{3, 5}, {3, 6}}));
-  EXPECT_TRUE(korvax::HasRepeatedChannel(Hits{{3, 5}, {2, 5}, {1, 5}, {3, 5}}));
-  EXPECT_TRUE(korvax::HasRepeatedChannel(Hits{{1, 5}, {Greatest, 5}, {2, 5}, {Greatest, 0}}));
+  EXPECT_FALSE(HasRepeatedChannel(Hits{}));
+  EXPECT_FALSE(HasRepeatedChannel(Hits{{3, 5}}));
+  EXPECT_FALSE(HasRepeatedChannel(Hits{{3, 5}, {2, 5}, {0x80000003, 5}}));
+  EXPECT_TRUE(HasRepeatedChannel(Hits{{3, 5}, {3, 6}}));
+  EXPECT_TRUE(HasRepeatedChannel(Hits{{3, 5}, {2, 5}, {1, 5}, {3, 5}}));
+  EXPECT_TRUE(HasRepeatedChannel(Hits{{1, 5}, {Greatest, 5}, {2, 5}, {Greatest, 0}}));
 }
 
 TEST(APair, liesAtTheShareOfTheLowerChannelWhicheverComesFirst) {

@@ -109,17 +109,19 @@ TEST(PositionParameters, aNameGivenTwiceTakesItsLastValue) {
 
 TEST(PositionParameters, ofTooLargeAMapAreAFaultAndDiscardTheEvents) {
   const QString fault =
-      "\"y_positions\" times half the entries of \"positions\": expected at most 67108864, and memory for them";
+      "\"y_positions\" times half the entries of \"positions\": expected at most 67108864, and memory for them; "
+      "found ";
   for (const char* rows : {"2147483647", "67108865"}) {
     PositionSink sink(OneStrip(rows));
-    EXPECT_EQ(sink.block.Fault(), fault) << rows;
+    EXPECT_EQ(sink.block.Fault(), fault + rows + " x 1");
     sink.Run();
     EXPECT_TRUE(sink.ConsumeGroup(Energy(0, 300), Energy(1, 100)));
   }
   const PositionSink withoutColumns(test::Parameters{{"y_positions", "67108865"}});
-  EXPECT_EQ(withoutColumns.block.Fault(), fault) << "as many rows are too many even without columns";
+  EXPECT_EQ(withoutColumns.block.Fault(), fault + "67108865 x 0")
+      << "as many rows are too many even without columns";
   const PositionSink manyPositions(test::Parameters{{"positions", test::Zeros(600'000)}});
-  EXPECT_EQ(manyPositions.block.Fault(), fault);
+  EXPECT_EQ(manyPositions.block.Fault(), fault + "256 x 300000");
 }
 
 }  // namespace

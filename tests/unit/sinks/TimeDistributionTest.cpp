@@ -157,8 +157,10 @@ TEST(TimeDistribution, withoutBinsOrChannelsDiscardsItsEventsUnharmed) {
 
 TEST(TimeDistribution, tooLargeForOneAnswerIsAFaultAndDiscardsItsEvents) {
   Distribution distribution(Size("2147483647", "2147483647", "1"));
-  EXPECT_EQ(distribution.block.Fault(),
-            "\"bin_number\" times \"ch_number\": expected at most 67108864, and memory for them");
+  EXPECT_EQ(
+      distribution.block.Fault(),
+      "\"ch_number\" times \"bin_number\": expected at most 67108864, and memory for them; found 2147483647 x "
+      "2147483647");
   EXPECT_TRUE(distribution.Consume(Energy(0, 5, 1)));
 }
 
