@@ -1,6 +1,7 @@
 #include "boards/DigitizerBoard.h"
 #include "control/StorageSettings.h"
 #include "framework/KorvaxBlock.h"
+#include "server/BlockFactory.h"
 #include "tests/docs/DemoChain.h"
 #include "tests/docs/MarkdownPage.h"
 
@@ -99,6 +100,32 @@ TEST(ConfigurationPage, ItsStorageSettingsAreReadAsTheyStand) {
   EXPECT_EQ(settings.eventsPerFile, 1'000'000);
   EXPECT_EQ(settings.wavedumpTimeInterval, 200);
   EXPECT_TRUE(settings.enableList && settings.enableWave && settings.enableMcs);
+}
+
+TEST(ConfigurationPage, EveryBlockTypeHasASectionAPlaceInTheSchemaAndOneInTheDemo) {
+  const test::MarkdownPage page(QStringLiteral("docs/configuration.md"));
+  const QJsonObject schema =
+      Parse(test::MarkdownPage(QStringLiteral("configuration/korvax-configuration.schema.json")).Text());
+  const QJsonArray types = schema["definitions"]
+                               .toObject()["block"]
+                               .toObject()["properties"]
+                               .toObject()["block_type"]
+                               .toObject()["enum"]
+                               .toArray();
+  QStringList inSchema;
+  for (const QJsonValue& type : types) {
+    inSchema << type.toString();
+  }
+  EXPECT_EQ(inSchema.join(QLatin1String(", ")).toStdString(), BlockFactory::KnownTypes().toStdString());
+  QSet<QString> inDemo;
+  const test::DemoChain demo;
+  for (const auto& block : demo.Blocks()) {
+    inDemo << block->BlockType();
+  }
+  for (const QString& type : BlockFactory::KnownTypes().split(QLatin1String(", "))) {
+    EXPECT_TRUE(page.Text().contains(QStringLiteral("\n### `%1`\n").arg(type))) << qPrintable(type);
+    EXPECT_TRUE(inDemo.contains(type)) << qPrintable(type);
+  }
 }
 
 TEST(ConfigurationPage, EveryKeyAndParameterThatTheCodeReadsStandsOnThePage) {
