@@ -1,25 +1,18 @@
 #include "sinks/Histogram.h"
 
 #include "framework/BlockParameters.h"
-#include "sinks/SinkAnswers.h"
+#include "sinks/SinkData.h"
 
 #include <iostream>
 
 Histogram::Histogram(QObject* parent, const ChainContext& context, const QJsonValue& block)
-    : KorvaxBlock(QStringLiteral("spectrum"), false, context, parent) {
-  ReadCommonKeys(block);
+    : AnalysisSink(QStringLiteral("spectrum"), context, block, parent) {
   ParseParameters(block);
-  const PinInput& input = AddInput();
-  connect(&input, &PinInput::DataReady, this, &Histogram::NewDataInTheInputPin);
-  worker_ = std::make_unique<Histogram_Thread>(Inputs(), korvax::HistogramShape::FromParameters(block));
+  connect(Inputs().front().get(), &PinInput::DataReady, this, &Histogram::NewDataInTheInputPin);
+  worker_ = Start(std::make_unique<Histogram_Thread>(Inputs(), korvax::HistogramShape::FromParameters(block)));
   SetFault(worker_->Counts().Fault(QStringLiteral("\"ch_number\" times \"bin_number\"")));
   worker_->SetGain(gain_);
   worker_->SetCuts(energyCutMin_, energyCutMax_);
-  worker_->start(korvax::StreamPriority);
-}
-
-Histogram::~Histogram() {
-  StopWorker();
 }
 
 bool Histogram::ParseParameters(const QJsonValue& block) {
@@ -48,17 +41,6 @@ void Histogram::SetCut(double& cut, const char* label, double value) {
   }
 }
 
-void Histogram::StopWorker() {
-  worker_->Stop();
-}
-
-void Histogram::NewDataInTheInputPin(int /*FifoLevel*/) {
-  worker_->Wake();
-}
-
-void Histogram::InterpretMessage(QString* data_in, QString* data_out) {
-  const auto appendData = [this](const korvax::SinkQuery& query, korvax::ByteWriter& out) {
-    korvax::AppendSelectedRows(worker_->Counts(), query, out);
-  };
-  korvax::AnswerSinkQuery(*data_in, *worker_, appendData, *data_out);
+void Histogram::AppendData(const korvax::SinkQuery& query, korvax::ByteWriter& out) {
+  korvax::AppendSelectedRows(worker_->Counts(), query, out);
 }

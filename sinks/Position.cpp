@@ -2,22 +2,15 @@
 
 #include "framework/BlockParameters.h"
 #include "framework/ByteWriter.h"
-#include "sinks/SinkAnswers.h"
+#include "sinks/SinkData.h"
 
 Position::Position(QObject* parent, const ChainContext& context, const QJsonValue& block)
-    : KorvaxBlock(QStringLiteral("position"), false, context, parent) {
-  ReadCommonKeys(block);
+    : AnalysisSink(QStringLiteral("position"), context, block, parent) {
   ParseParameters(block);
-  const PinInput& input = AddInput();
-  connect(&input, &PinInput::DataReady, this, &Position::NewDataInTheInputPin);
-  worker_ = std::make_unique<Position_Thread>(Inputs(), wiring_, rows_);
+  connect(Inputs().front().get(), &PinInput::DataReady, this, &Position::NewDataInTheInputPin);
+  worker_ = Start(std::make_unique<Position_Thread>(Inputs(), wiring_, rows_));
   SetFault(worker_->Map().Fault(QStringLiteral("\"y_positions\" times half the entries of \"positions\"")));
   worker_->SetEnergyWindow(window_);
-  worker_->start(korvax::StreamPriority);
-}
-
-Position::~Position() {
-  StopWorker();
 }
 
 bool Position::ParseParameters(const QJsonValue& block) {
@@ -39,21 +32,6 @@ void Position::SetCut(double& cut, double value) {
   if (worker_) {
     worker_->SetEnergyWindow(window_);
   }
-}
-
-void Position::StopWorker() {
-  worker_->Stop();
-}
-
-void Position::NewDataInTheInputPin(int /*FifoLevel*/) {
-  worker_->Wake();
-}
-
-void Position::InterpretMessage(QString* data_in, QString* data_out) {
-  const auto appendData = [this](const korvax::SinkQuery& query, korvax::ByteWriter& out) {
-    AppendData(query, out);
-  };
-  korvax::AnswerSinkQuery(*data_in, *worker_, appendData, *data_out);
 }
 
 void Position::AppendData(const korvax::SinkQuery& query, korvax::ByteWriter& out) {

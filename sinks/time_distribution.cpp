@@ -1,22 +1,16 @@
 #include "sinks/time_distribution.h"
 
 #include "framework/BlockParameters.h"
-#include "sinks/SinkAnswers.h"
+#include "sinks/SinkData.h"
 
 time_distribution::time_distribution(QObject* parent, const ChainContext& context, const QJsonValue& block)
-    : KorvaxBlock(QStringLiteral("tof_histogram"), false, context, parent) {
-  ReadCommonKeys(block);
+    : AnalysisSink(QStringLiteral("tof_histogram"), context, block, parent) {
   ParseParameters(block);
-  const PinInput& input = AddInput();
-  connect(&input, &PinInput::DataReady, this, &time_distribution::NewDataInTheInputPin);
-  worker_ = std::make_unique<time_distribution_Thread>(Inputs(), korvax::HistogramShape::FromParameters(block));
+  connect(Inputs().front().get(), &PinInput::DataReady, this, &time_distribution::NewDataInTheInputPin);
+  worker_ =
+      Start(std::make_unique<time_distribution_Thread>(Inputs(), korvax::HistogramShape::FromParameters(block)));
   SetFault(worker_->Counts().Fault(QStringLiteral("\"ch_number\" times \"bin_number\"")));
   worker_->SetBinning(binning_);
-  worker_->start(korvax::StreamPriority);
-}
-
-time_distribution::~time_distribution() {
-  StopWorker();
 }
 
 bool time_distribution::ParseParameters(const QJsonValue& block) {
@@ -32,17 +26,6 @@ void time_distribution::SetBinning(double binning) {
   }
 }
 
-void time_distribution::StopWorker() {
-  worker_->Stop();
-}
-
-void time_distribution::NewDataInTheInputPin(int /*FifoLevel*/) {
-  worker_->Wake();
-}
-
-void time_distribution::InterpretMessage(QString* data_in, QString* data_out) {
-  const auto appendData = [this](const korvax::SinkQuery& query, korvax::ByteWriter& out) {
-    korvax::AppendSelectedRows(worker_->Counts(), query, out);
-  };
-  korvax::AnswerSinkQuery(*data_in, *worker_, appendData, *data_out);
+void time_distribution::AppendData(const korvax::SinkQuery& query, korvax::ByteWriter& out) {
+  korvax::AppendSelectedRows(worker_->Counts(), query, out);
 }

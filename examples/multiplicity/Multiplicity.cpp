@@ -3,7 +3,7 @@
 #include "framework/BlockParameters.h"
 #include "sinks/BinIndex.h"
 #include "sinks/CountGrid.h"
-#include "sinks/SinkAnswers.h"
+#include "sinks/SinkData.h"
 #include "sinks/SinkThread.h"
 
 class Multiplicity::Worker final : public korvax::SinkThread {
@@ -25,18 +25,11 @@ private:
 };
 
 Multiplicity::Multiplicity(QObject* parent, const ChainContext& context, const QJsonValue& block)
-    : KorvaxBlock(QStringLiteral("multiplicity"), false, context, parent) {
-  ReadCommonKeys(block);
+    : AnalysisSink(QStringLiteral("multiplicity"), context, block, parent) {
   ParseParameters(block);
-  const PinInput& input = AddInput();
-  connect(&input, &PinInput::DataReady, this, &Multiplicity::NewDataInTheInputPin);
-  worker_ = std::make_unique<Worker>(Inputs(), binNumber_);
+  connect(Inputs().front().get(), &PinInput::DataReady, this, &Multiplicity::NewDataInTheInputPin);
+  worker_ = Start(std::make_unique<Worker>(Inputs(), binNumber_));
   SetFault(worker_->Counts().Fault(QStringLiteral("\"bin_number\"")));
-  worker_->start(korvax::StreamPriority);
-}
-
-Multiplicity::~Multiplicity() {
-  StopWorker();
 }
 
 bool Multiplicity::ParseParameters(const QJsonValue& block) {
@@ -45,17 +38,6 @@ bool Multiplicity::ParseParameters(const QJsonValue& block) {
   return true;
 }
 
-void Multiplicity::StopWorker() {
-  worker_->Stop();
-}
-
-void Multiplicity::NewDataInTheInputPin(int /*FifoLevel*/) {
-  worker_->Wake();
-}
-
-void Multiplicity::InterpretMessage(QString* data_in, QString* data_out) {
-  const auto appendData = [this](const korvax::SinkQuery&, korvax::ByteWriter& out) {
-    korvax::AppendAllRows(worker_->Counts(), out);
-  };
-  korvax::AnswerSinkQuery(*data_in, *worker_, appendData, *data_out);
+void Multiplicity::AppendData(const korvax::SinkQuery& /*query*/, korvax::ByteWriter& out) {
+  korvax::AppendAllRows(worker_->Counts(), out);
 }

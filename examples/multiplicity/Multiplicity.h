@@ -1,28 +1,28 @@
 #pragma once
 
-#include "framework/KorvaxBlock.h"
-#include "framework/QueryHandler.h"
+#include "sinks/AnalysisSink.h"
 
 /// How many events arrive together: bin n counts the groups of n events, the last bin also those of more. Fed by a
 /// time_sorting block.
-class Multiplicity : public KorvaxBlock, public QueryHandler {
+class Multiplicity : public korvax::AnalysisSink {
   Q_OBJECT
 
 public:
   Multiplicity(QObject* parent, const ChainContext& context, const QJsonValue& block);
-  ~Multiplicity() override;
 
   /// "bin_number"; fixed at construction. Always true.
   bool ParseParameters(const QJsonValue& block) override;
-  void StopWorker() override;
 
 public slots:
-  void NewDataInTheInputPin(int FifoLevel);
-  void InterpretMessage(QString* data_in, QString* data_out) override;
+  void NewDataInTheInputPin(int FifoLevel) { Wake(FifoLevel); }
+  void InterpretMessage(QString* data_in, QString* data_out) override { Answer(*data_in, *data_out); }
+
+protected:
+  void AppendData(const korvax::SinkQuery& query, korvax::ByteWriter& out) override;
 
 private:
   class Worker;
 
   qint32 binNumber_ = 0;
-  std::unique_ptr<Worker> worker_;
+  Worker* worker_ = nullptr;  // the base owns it
 };
