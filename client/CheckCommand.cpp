@@ -8,17 +8,15 @@ namespace korvax::client {
 
 namespace {
 
-QString Counted(int count, const QString& word) {
-  return QStringLiteral("%1 %2%3").arg(count).arg(word, count == 1 ? QString() : QStringLiteral("s"));
-}
-
 Ending ReportEnding(const QString& file, const CheckReport& report, Console& console) {
-  const QString warnings = report.warnings == 0
-                               ? QString()
-                               : QStringLiteral(", ") + Counted(report.warnings, QStringLiteral("warning"));
+  const QString warnings =
+      report.warnings == 0
+          ? QString()
+          : QStringLiteral(", ") + Counted(static_cast<quint64>(report.warnings), QStringLiteral("warning"));
   if (report.errors > 0) {
     return {ExitCode::BadFile,
-            QStringLiteral("%1: %2%3.").arg(file, Counted(report.errors, QStringLiteral("error")), warnings)};
+            QStringLiteral("%1: %2%3.")
+                .arg(file, Counted(static_cast<quint64>(report.errors), QStringLiteral("error")), warnings)};
   }
   console.Print(QStringLiteral("%1: no errors%2").arg(file, warnings));
   return {};
@@ -42,7 +40,8 @@ Ending RunCheck(const CheckRequest& request, Console& console) {
     lines << FindingLine(file, finding);
   }
   if (report.notShown > 0) {
-    lines << QStringLiteral("%1: %2 more").arg(file, Counted(report.notShown, QStringLiteral("finding")));
+    lines << QStringLiteral("%1: %2 more")
+                 .arg(file, Counted(static_cast<quint64>(report.notShown), QStringLiteral("finding")));
   }
   if (!lines.isEmpty()) {
     console.Print(lines.join(QLatin1Char('\n')));

@@ -2,79 +2,111 @@
 
 #include "configuration/Words.h"
 
+#include <QHash>
 #include <QJsonArray>
 
 namespace korvax {
 
 namespace {
 
-QStringList NamesOf(const std::vector<BoardEntry>& boards) {
+/// The endpoints of a board as sources name them.
+struct EndpointPins {
   QStringList names;
-  for (const BoardEntry& board : boards) {
-    names << board.name;
+  QHash<QString, bool> enabled;  // of the first of each name
+
+  explicit EndpointPins(const BoardEntry& board) {
+    const QJsonArray endpoints = board.keys["endpoints"].toArray();
+    for (const QJsonValue& value : endpoints) {
+      const QJsonObject endpoint = value.toObject();
+      names << QStringLiteral("endpoints\\") + endpoint["name"].toString();
+      if (!enabled.contains(names.last())) {
+        enabled.insert(names.last(), endpoint["enable"].toBool());
+      }
+    }
   }
-  return names;
-}
+};
+
+class BindingCheck {
+public:
+  BindingCheck(const Layout& layout, FindingList& findings) : findings_(findings) {
+    for (const BoardEntry& board : layout.boards) {
+      names_ << board.name;
+      if (!boards_.contains(board.name)) {
+        boards_.insert(board.name, {&board, EndpointPins(board)});
+      }
+    }
+  }
+
+  void CheckSource(const BlockEntry& block) const;
+  void CheckHv(const BlockEntry& block) const;
+
+private:
+  struct Board {
+    const BoardEntry* entry;
+    EndpointPins pins;
+  };
+
+  const Board* FindBoard(const QJsonObject& entry, const QStringList& path) const;
+  void CheckEndpoint(const Board& board, const QString& pin, const QStringList& path) const;
+
+  FindingList& findings_;
+  QStringList names_;             // of all boards
+  QHash<QString, Board> boards_;  // the first of each name
+};
 
 // Null, and a finding, where there is no such board. A value that is no text is the schema's business.
-const BoardEntry* FindBoard(const Layout& layout, const QJsonObject& entry, const QStringList& path,
-                            FindingList& findings) {
+const BindingCheck::Board* BindingCheck::FindBoard(const QJsonObject& entry, const QStringList& path) const {
   const QJsonValue source = entry["source"];
-  const BoardEntry* const board = source.isString() ? layout.Board(source.toString()) : nullptr;
-  if (board == nullptr && source.isString()) {
-    findings.Warn(path + QStringList{"source"}, QStringLiteral("the name of an enabled board"),
-                  ValueText(source) + Suggestion(source.toString(), NamesOf(layout.boards)));
+  const auto board = boards_.constFind(source.toString());
+  if (source.isString() && board == boards_.constEnd()) {
+    findings_.Warn(path + QStringList{"source"}, QStringLiteral("the name of an enabled board"),
+                   [&] { return ValueText(source) + Suggestion(source.toString(), names_); });
   }
-  return board;
+  return source.isString() && board != boards_.constEnd() ? &*board : nullptr;
 }
 
-void CheckEndpoint(const BoardEntry& board, const QString& pin, const QStringList& path, FindingList& findings) {
-  QStringList names;
-  for (const QJsonValue& value : board.keys["endpoints"].toArray()) {
-    const QJsonObject endpoint = value.toObject();
-    names << QStringLiteral("endpoints\\") + endpoint["name"].toString();
-    if (names.last() != pin) {
-      continue;
-    }
-    if (!endpoint["enable"].toBool()) {
-      findings.Warn(path, QStringLiteral("an enabled endpoint, as others are never started"),
-                    Quoted(pin) + QStringLiteral(", which isn't"));
-    }
-    return;
+void BindingCheck::CheckEndpoint(const Board& board, const QString& pin, const QStringList& path) const {
+  const auto enabled = board.pins.enabled.constFind(pin);
+  if (enabled == board.pins.enabled.constEnd()) {
+    findings_.Warn(path,
+                   QStringLiteral("\"endpoints\\\\\" and the name of an endpoint of ") + Quoted(board.entry->name),
+                   [&] { return Quoted(pin) + Suggestion(pin, board.pins.names); });
+  } else if (!*enabled) {
+    findings_.Warn(path, QStringLiteral("an enabled endpoint, as others are never started"),
+                   Quoted(pin) + QStringLiteral(", which isn't"));
   }
-  findings.Warn(path, QStringLiteral("\"endpoints\\\\\" and the name of an endpoint of ") + Quoted(board.name),
-                Quoted(pin) + Suggestion(pin, names));
 }
 
-void CheckSource(const Layout& layout, const BlockEntry& block, FindingList& findings) {
+void BindingCheck::CheckSource(const BlockEntry& block) const {
   const int inputCount = block.keys["input_count"].toInt();
   if (inputCount > 0) {
-    findings.Warn(block.path + QStringList{"input_count"}, QStringLiteral("0, as a source has no input pins"),
-                  QString::number(inputCount));
+    findings_.Warn(block.path + QStringList{"input_count"}, QStringLiteral("0, as a source has no input pins"),
+                   QString::number(inputCount));
   }
   const QJsonArray entries = block.keys["sources"].toArray();
   for (int i = 0; i < entries.size(); ++i) {
     const QStringList path = block.path + QStringList{"sources", QString::number(i)};
     const QJsonObject entry = entries[i].toObject();
-    const BoardEntry* const board = FindBoard(layout, entry, path, findings);
+    const Board* const board = FindBoard(entry, path);
     const QString pin = entry["pin"].toString();
     // Another form is against the schema.
     if (board != nullptr && pin.startsWith(QLatin1String("endpoints\\")) && pin.count(QLatin1Char('\\')) == 1) {
-      CheckEndpoint(*board, pin, path + QStringList{"pin"}, findings);
+      CheckEndpoint(*board, pin, path + QStringList{"pin"});
     }
   }
 }
 
-void CheckHv(const Layout& layout, const BlockEntry& block, FindingList& findings) {
+void BindingCheck::CheckHv(const BlockEntry& block) const {
   const QJsonArray entries = block.keys["sources"].toArray();
   for (int i = 0; i < entries.size(); ++i) {
-    FindBoard(layout, entries[i].toObject(), block.path + QStringList{"sources", QString::number(i)}, findings);
+    FindBoard(entries[i].toObject(), block.path + QStringList{"sources", QString::number(i)});
   }
 }
 
 }  // namespace
 
 void CheckBindings(const Layout& layout, FindingList& findings) {
+  const BindingCheck check(layout, findings);
   for (const BlockEntry& block : layout.blocks) {
     const bool isSource = block.type == QLatin1String("source");
     if (!isSource && block.type != QLatin1String("hv")) {
@@ -86,7 +118,11 @@ void CheckBindings(const Layout& layout, FindingList& findings) {
                     isSource ? QStringLiteral("a board and its endpoint") : QStringLiteral("a board"),
                     ValueText(sources));
     }
-    isSource ? CheckSource(layout, block, findings) : CheckHv(layout, block, findings);
+    if (isSource) {
+      check.CheckSource(block);
+    } else {
+      check.CheckHv(block);
+    }
   }
 }
 

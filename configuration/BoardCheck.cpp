@@ -9,39 +9,41 @@ namespace korvax {
 
 namespace {
 
-QStringList EndpointNames(const BoardEntry& board) {
-  QStringList names;
-  for (const QJsonValue& endpoint : board.keys["endpoints"].toArray()) {
-    names << endpoint.toObject()["name"].toString();
+struct EndpointNames {
+  QStringList inOrder;
+  QHash<QString, int> firsts;  // the first endpoint of each name
+};
+
+EndpointNames CheckEndpoints(const BoardEntry& board, FindingList& findings) {
+  EndpointNames names;
+  const QJsonArray endpoints = board.keys["endpoints"].toArray();
+  for (int i = 0; i < endpoints.size(); ++i) {
+    const QString name = endpoints[i].toObject()["name"].toString();
+    names.inOrder << name;
+    const auto first = names.firsts.constFind(name);
+    if (first == names.firsts.constEnd()) {
+      names.firsts.insert(name, i);
+    } else if (!name.isEmpty()) {
+      findings.Warn(board.path + QStringList{"endpoints", QString::number(i), "name"},
+                    QStringLiteral("a name that no other endpoint of the board has"),
+                    QStringLiteral("%1, which is also endpoints[%2]").arg(Quoted(name), QString::number(*first)));
+    }
   }
   return names;
 }
 
-void CheckEndpoints(const BoardEntry& board, FindingList& findings) {
-  const QStringList names = EndpointNames(board);
-  for (int i = 0; i < names.size(); ++i) {
-    const int first = names.indexOf(names[i]);
-    if (first < i && !names[i].isEmpty()) {
-      findings.Warn(
-          board.path + QStringList{"endpoints", QString::number(i), "name"},
-          QStringLiteral("a name that no other endpoint of the board has"),
-          QStringLiteral("%1, which is also endpoints[%2]").arg(Quoted(names[i]), QString::number(first)));
-    }
-  }
-}
-
-void CheckCommands(const BoardEntry& board, FindingList& findings) {
+void CheckCommands(const BoardEntry& board, const EndpointNames& names, FindingList& findings) {
   static const QStringList endpointCommands{QStringLiteral("start"), QStringLiteral("stop"),
                                             QStringLiteral("reset")};
-  const QStringList names = EndpointNames(board);
   const QJsonArray commands = board.keys["commands"].toArray();
   for (int i = 0; i < commands.size(); ++i) {
     const QJsonObject command = commands[i].toObject();
     const QJsonValue endpoint = command["endpoint_type"];
-    if (endpointCommands.contains(command["command_type"].toString()) && !names.contains(endpoint.toString())) {
+    if (endpointCommands.contains(command["command_type"].toString()) &&
+        !names.firsts.contains(endpoint.toString())) {
       findings.Warn(board.path + QStringList{"commands", QString::number(i), "endpoint_type"},
                     QStringLiteral("the name of an endpoint of this board, as the command is never sent without"),
-                    ValueText(endpoint) + Suggestion(endpoint.toString(), names));
+                    [&] { return ValueText(endpoint) + Suggestion(endpoint.toString(), names.inOrder); });
     }
   }
 }
@@ -52,8 +54,7 @@ void CheckBoards(const Layout& layout, FindingList& findings) {
   QHash<QString, int> firsts;
   for (std::size_t i = 0; i < layout.boards.size(); ++i) {
     const BoardEntry& board = layout.boards[i];
-    CheckEndpoints(board, findings);
-    CheckCommands(board, findings);
+    CheckCommands(board, CheckEndpoints(board, findings), findings);
     const auto first = firsts.constFind(board.name);
     if (first == firsts.constEnd()) {
       firsts.insert(board.name, static_cast<int>(i));

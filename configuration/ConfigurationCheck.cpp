@@ -10,6 +10,7 @@
 #include "configuration/Words.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -75,6 +76,10 @@ CheckReport CheckConfiguration(const QByteArray& text) {
 std::variant<CheckReport, QString> CheckConfigurationFile(const QString& path) {
   if (path.isEmpty()) {
     return QStringLiteral("its name is empty");
+  }
+  const QFileInfo info(path);
+  if (info.exists() && !info.isFile()) {
+    return QStringLiteral("expected a regular file");  // reading from a pipe or a device may never end
   }
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) {

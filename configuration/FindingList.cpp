@@ -7,15 +7,25 @@
 
 namespace korvax {
 
-void FindingList::Add(Severity severity, const QStringList& path, const QString& expected, const QString& found) {
-  AddAtLine(severity, positions_.Line(path), path, Difference(expected, found));
+void FindingList::Add(Severity severity, const QStringList& path, const QString& expected, const Words& found) {
+  if (Count(severity)) {
+    Keep(severity, positions_.Line(path), path, Difference(expected, found()));
+  }
 }
 
 void FindingList::AddAtLine(Severity severity, int line, const QStringList& path, const QString& text) {
-  ++(severity == Severity::Error ? errors_ : warnings_);
-  if (static_cast<int>(findings_.size()) < MostKept) {
-    findings_.push_back({severity, line, 0, PlaceText(configuration_, path) + QStringLiteral(": ") + text});
+  if (Count(severity)) {
+    Keep(severity, line, path, text);
   }
+}
+
+bool FindingList::Count(Severity severity) {
+  ++(severity == Severity::Error ? errors_ : warnings_);
+  return static_cast<int>(findings_.size()) < MostKept;
+}
+
+void FindingList::Keep(Severity severity, int line, const QStringList& path, const QString& text) {
+  findings_.push_back({severity, line, 0, PlaceText(configuration_, path) + QStringLiteral(": ") + text});
 }
 
 CheckReport FindingList::Report() const {

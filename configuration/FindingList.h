@@ -5,6 +5,8 @@
 
 #include <QJsonObject>
 
+#include <functional>
+
 namespace korvax {
 
 /// Collects what a check finds in one file. Refers to the file's object and positions, which outlive it.
@@ -16,12 +18,20 @@ public:
   FindingList(const QJsonObject& configuration, const PositionIndex& positions)
       : configuration_(configuration), positions_(positions) {}
 
+  /// Words that take long to find; asked for at once, and only when the finding is kept.
+  using Words = std::function<QString()>;
+
   /// The place that `path` leads to, and what was expected there. The place needn't exist.
-  void Add(Severity severity, const QStringList& path, const QString& expected, const QString& found);
-  void Warn(const QStringList& path, const QString& expected, const QString& found) {
+  void Add(Severity severity, const QStringList& path, const QString& expected, const Words& found);
+  void Add(Severity severity, const QStringList& path, const QString& expected, const QString& found) {
+    Add(severity, path, expected, [&found] { return found; });
+  }
+  template <typename Found>
+  void Warn(const QStringList& path, const QString& expected, const Found& found) {
     Add(Severity::Warning, path, expected, found);
   }
-  void Fail(const QStringList& path, const QString& expected, const QString& found) {
+  template <typename Found>
+  void Fail(const QStringList& path, const QString& expected, const Found& found) {
     Add(Severity::Error, path, expected, found);
   }
   /// As Add, at a line that is known already.
@@ -31,6 +41,10 @@ public:
   CheckReport Report() const;
 
 private:
+  /// Whether the finding is to be kept.
+  bool Count(Severity severity);
+  void Keep(Severity severity, int line, const QStringList& path, const QString& text);
+
   const QJsonObject& configuration_;
   const PositionIndex& positions_;
   std::vector<Finding> findings_;

@@ -2,8 +2,6 @@
 
 #include <QJsonArray>
 
-#include <algorithm>
-
 namespace korvax {
 
 namespace {
@@ -38,12 +36,6 @@ Layout Layout::Of(const QJsonObject& configuration) {
     ForEachElement(group, path, QStringLiteral("filter_chain"), addChain);
   });
   return layout;
-}
-
-const BoardEntry* Layout::Board(const QString& name) const {
-  const auto found =
-      std::find_if(boards.begin(), boards.end(), [&](const auto& board) { return board.name == name; });
-  return found == boards.end() ? nullptr : &*found;
 }
 
 }  // namespace korvax

@@ -29,9 +29,6 @@ struct Layout {
   std::vector<BlockEntry> blocks;
 
   static Layout Of(const QJsonObject& configuration);
-
-  /// The first board, or null.
-  const BoardEntry* Board(const QString& name) const;
 };
 
 }  // namespace korvax

@@ -1,5 +1,6 @@
 #include "configuration/LinkCheck.h"
 
+#include "configuration/BlockPins.h"
 #include "configuration/Words.h"
 
 #include <QJsonArray>
@@ -12,28 +13,11 @@ namespace {
 
 // Nothing for a type that isn't known, as then nothing can be said about its pins.
 std::optional<int> OutputPins(const BlockEntry& block) {
-  static const QStringList sinks{"position", "image",        "spectrum",           "tof_histogram",
-                                 "dumper",   "oscilloscope", "rate_counters_sink", "hv"};
-  if (block.type == QLatin1String("tee")) {
-    return block.keys["output_count"].toInt();
+  const BlockPins* const pins = PinsOf(block.type);
+  if (pins == nullptr) {
+    return std::nullopt;
   }
-  if (block.type == QLatin1String("source") || block.type == QLatin1String("time_sorting")) {
-    return 1;
-  }
-  return sinks.contains(block.type) ? std::optional(0) : std::nullopt;
-}
-
-// The data types that a sink can do something with; empty: all.
-QStringList TakenBy(const QString& type) {
-  static const QStringList events{QStringLiteral("energy"), QStringLiteral("energy_pair")};
-  static const QHash<QString, QStringList> taken{{"spectrum", events},
-                                                 {"tof_histogram", events},
-                                                 {"position", events},
-                                                 {"image", events},
-                                                 {"dumper", events},
-                                                 {"oscilloscope", {QStringLiteral("waveform")}},
-                                                 {"rate_counters_sink", {QStringLiteral("rate_counters")}}};
-  return taken.value(type);
+  return pins->outputs == BlockPins::ByOutputCount ? block.keys["output_count"].toInt() : pins->outputs;
 }
 
 QString QuotedList(const QStringList& texts) {
@@ -49,12 +33,15 @@ QString QuotedList(const QStringList& texts) {
 void LinkCheck::Check() {
   streams_.resize(layout_.blocks.size());
   readers_.resize(layout_.blocks.size());
+  for (const BlockEntry& block : layout_.blocks) {
+    allNames_.insert(block.name);
+  }
   for (std::size_t i = 0; i < layout_.blocks.size(); ++i) {
     const BlockEntry& block = layout_.blocks[i];
     if (block.type == QLatin1String("source")) {
       streams_[i] = {block.keys["data_type"].toString(), block.name, {}};
-    } else if (OutputPins(block)) {
-      CheckInputs(i);
+    } else if (const BlockPins* const pins = PinsOf(block.type)) {
+      CheckInputs(i, pins->inputs);
     }
     CheckName(i);
   }
@@ -68,8 +55,10 @@ void LinkCheck::CheckName(std::size_t block) {
   if (entry.name.isEmpty()) {
     return;
   }
+  CheckReach(entry);
   if (!firsts_.contains(entry.name)) {
     firsts_.insert(entry.name, block);
+    earlierNames_ << entry.name;
     return;
   }
   findings_.Warn(
@@ -78,9 +67,27 @@ void LinkCheck::CheckName(std::size_t block) {
       Quoted(entry.name) + QStringLiteral(", which is also the name of an earlier block"));
 }
 
-void LinkCheck::CheckInputs(std::size_t block) {
+// The route of a query is a block's name, and the first block of that name gets it.
+void LinkCheck::CheckReach(const BlockEntry& block) const {
+  const QStringList path = block.path + QStringList{"name"};
+  if (block.name == QLatin1String("commands")) {
+    findings_.Fail(path,
+                   QStringLiteral("another name, as this is the one of run control, and no run could be started"),
+                   Quoted(block.name));
+  } else if (block.name == QLatin1String("query_by_json")) {
+    findings_.Warn(path, QStringLiteral("another name, as clients can't reach a block by this one"),
+                   Quoted(block.name));
+  } else if (block.name.contains(QLatin1Char('/'))) {
+    findings_.Warn(path,
+                   QStringLiteral("a name without \"/\", as clients can't reach the block by it, and in the paths "
+                                  "of recorded files it means a folder"),
+                   Quoted(block.name));
+  }
+}
+
+void LinkCheck::CheckInputs(std::size_t block, int pins) {
   const BlockEntry& entry = layout_.blocks[block];
-  if (!CheckInputCount(entry, entry.type == QLatin1String("hv") ? 0 : 1)) {
+  if (!CheckInputCount(entry, pins)) {
     return;
   }
   const QJsonArray sources = entry.keys["sources"].toArray();
@@ -111,7 +118,7 @@ bool LinkCheck::CheckInputCount(const BlockEntry& block, int pins) const {
 }
 
 void LinkCheck::CheckLink(std::size_t block, const QStringList& path, const QJsonObject& source) {
-  const auto upstream = FindUpstream(block, path, source["source"].toString());
+  const auto upstream = FindUpstream(path, source["source"].toString());
   if (!upstream) {
     return;
   }
@@ -129,19 +136,16 @@ void LinkCheck::CheckLink(std::size_t block, const QStringList& path, const QJso
   TakeFeed(block, *upstream, pin, path);
 }
 
-std::optional<std::size_t> LinkCheck::FindUpstream(std::size_t block, const QStringList& path,
-                                                   const QString& name) const {
+std::optional<std::size_t> LinkCheck::FindUpstream(const QStringList& path, const QString& name) const {
   const auto found = firsts_.constFind(name);
   if (found != firsts_.constEnd()) {
     return *found;
   }
-  const auto& blocks = layout_.blocks;
-  const bool isLater = std::any_of(blocks.begin() + static_cast<std::ptrdiff_t>(block), blocks.end(),
-                                   [&](const BlockEntry& entry) { return entry.name == name; });
-  findings_.Fail(path + QStringList{"source"},
-                 QStringLiteral("the name of a block that stands earlier in the file"),
-                 Quoted(name) + (isLater ? QStringLiteral(", which doesn't stand earlier")
-                                         : Suggestion(name, QStringList(firsts_.keys()))));
+  findings_.Fail(
+      path + QStringList{"source"}, QStringLiteral("the name of a block that stands earlier in the file"), [&] {
+        return Quoted(name) + (allNames_.contains(name) ? QStringLiteral(", which doesn't stand earlier")
+                                                        : Suggestion(name, earlierNames_));
+      });
   return std::nullopt;
 }
 
@@ -166,7 +170,7 @@ void LinkCheck::TakeFeed(std::size_t block, std::size_t upstream, int pin, const
 }
 
 void LinkCheck::CheckData(const BlockEntry& block, const Stream& stream, const QStringList& path) const {
-  const QStringList taken = TakenBy(block.type);
+  const QStringList taken = PinsOf(block.type)->taken;
   if (!taken.isEmpty() && !stream.dataType.isEmpty() && !taken.contains(stream.dataType)) {
     findings_.Warn(path, QStringLiteral("data of the type ") + QuotedList(taken),
                    QStringLiteral("%1, from %2").arg(Quoted(stream.dataType), Quoted(stream.source)));

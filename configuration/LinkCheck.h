@@ -27,16 +27,19 @@ private:
   };
 
   void CheckName(std::size_t block);
-  void CheckInputs(std::size_t block);
+  void CheckReach(const BlockEntry& block) const;
+  void CheckInputs(std::size_t block, int pins);
   bool CheckInputCount(const BlockEntry& block, int pins) const;
   void CheckLink(std::size_t block, const QStringList& path, const QJsonObject& source);
-  std::optional<std::size_t> FindUpstream(std::size_t block, const QStringList& path, const QString& name) const;
+  std::optional<std::size_t> FindUpstream(const QStringList& path, const QString& name) const;
   void TakeFeed(std::size_t block, std::size_t upstream, int pin, const QStringList& path);
   void CheckData(const BlockEntry& block, const Stream& stream, const QStringList& path) const;
   void CheckUnread(std::size_t block) const;
 
   const Layout& layout_;
   FindingList& findings_;
+  QSet<QString> allNames_;
+  QStringList earlierNames_;                            // the keys of the next
   QHash<QString, std::size_t> firsts_;                  // the first block of each name, of those so far
   std::vector<Stream> streams_;                         // by block
   std::vector<QHash<int, const BlockEntry*>> readers_;  // by block and output pin

@@ -36,8 +36,7 @@ std::vector<Needed> NeededBy(const SchemaNode& parameters) {
     for (const QString& name : names == nullptr ? QStringList() : names->AllowedTexts()) {
       const auto nodes = parameters.AppliedTo(QJsonObject{{"param_name", name}});
       const SchemaNode* const value = nodes.back()->Member(QStringLiteral("param_value"));
-      if (value != nullptr && !value->Default().isUndefined() &&
-          value->Judge(value->Default()) != Verdict::Right) {
+      if (value != nullptr && !value->Default().isUndefined() && !value->IsRight(value->Default())) {
         needed.push_back({name, value->Expected()});
       }
     }

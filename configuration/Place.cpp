@@ -36,8 +36,15 @@ const Level* LevelOf(const QString& array) {
   return found == std::end(Levels) ? nullptr : found;
 }
 
+bool IsElementNumber(const QString& step) {
+  return !step.isEmpty() && step.size() <= 10 && std::all_of(step.begin(), step.end(), [](QChar character) {
+    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
+  });
+}
+
+// Where the file has an object instead of an array, the step to an element is a key: any text.
 QString Numbered(const QString& array, const QString& number) {
-  return array + QLatin1Char('[') + number + QLatin1Char(']');
+  return array + QLatin1Char('[') + (IsElementNumber(number) ? number : Quoted(number)) + QLatin1Char(']');
 }
 
 QString ElementText(const Level& level, const QString& number, const QJsonValue& element) {

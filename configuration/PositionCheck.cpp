@@ -42,6 +42,10 @@ void CheckPositions(const BlockEntry& block, const ParameterList& parameters, Fi
   if (entries > channels) {
     findings.Warn(partners->path, QStringLiteral("at most %1 entries, as \"positions\" has no more").arg(channels),
                   QString::number(entries));
+  } else if (entries > 0 && entries < channels) {
+    findings.Warn(partners->path,
+                  QStringLiteral("a partner for each of the %1 channels of \"positions\"").arg(channels),
+                  QString::number(entries));
   }
 }
 

@@ -5,6 +5,7 @@
 #include <QJsonArray>
 
 #include <initializer_list>
+#include <utility>
 
 namespace korvax {
 
@@ -26,6 +27,19 @@ QJsonObject Only(const QJsonObject& schema, std::initializer_list<const char*> k
   return part;
 }
 
+std::optional<JsonSchema> Part(const QJsonObject& schema, const char* keyword) {
+  const QJsonValue part = schema[QLatin1String(keyword)];
+  return part.isObject() ? std::optional<JsonSchema>(part.toObject()) : std::nullopt;
+}
+
+// The validator's own patterns recurse once for each character, and texts of the file are of any length. Ours are
+// always of whole texts.
+std::optional<QRegularExpression> Pattern(const QJsonObject& schema) {
+  const QString pattern = schema[QStringLiteral("pattern")].toString();
+  return pattern.isEmpty() ? std::nullopt
+                           : std::optional(QRegularExpression(QRegularExpression::anchoredPattern(pattern)));
+}
+
 QStringList Texts(const QJsonValue& array) {
   QStringList texts;
   for (const QJsonValue& value : array.toArray()) {
@@ -41,7 +55,9 @@ QStringList Texts(const QJsonValue& array) {
 SchemaNode::SchemaNode(const QJsonObject& schema, const QJsonObject& definitions)
     : type_(Only(schema, {"type"})),
       value_(Only(schema, {"enum", "minimum", "maximum", "exclusiveMinimum", "minItems", "maxItems", "minLength",
-                           "maxLength", "pattern"})),
+                           "maxLength"})),
+      pattern_(Pattern(schema)),
+      warned_(Part(schema, "x-warned")),
       expected_(Expectation(schema)),
       allowedTexts_(Texts(schema["enum"])),
       default_(schema["default"]),
@@ -65,18 +81,24 @@ void SchemaNode::AddMembers(const QJsonObject& schema, const QJsonObject& defini
 void SchemaNode::AddAdditions(const QJsonObject& schema, const QJsonObject& definitions) {
   for (const QJsonValue& value : schema["allOf"].toArray()) {
     const QJsonObject part = value.toObject();
-    const bool isConditional = part.contains(QStringLiteral("if"));
-    const QJsonObject added = Resolved(isConditional ? part["then"].toObject() : part, definitions);
-    additions_.push_back({isConditional ? std::optional<JsonSchema>(part["if"].toObject()) : std::nullopt,
-                          std::make_shared<SchemaNode>(added, definitions)});
+    std::optional<JsonSchema> condition = Part(part, "if");
+    const QJsonObject added = Resolved(condition ? part["then"].toObject() : part, definitions);
+    additions_.push_back({std::move(condition), std::make_shared<SchemaNode>(added, definitions)});
   }
 }
 
-Verdict SchemaNode::Judge(const QJsonValue& value) const {
-  if (!type_.Accepts(value)) {
-    return Verdict::WrongType;
-  }
-  return value_.Accepts(value) ? Verdict::Right : Verdict::WrongValue;
+bool SchemaNode::IsRight(const QJsonValue& value) const {
+  const bool fits = !pattern_ || !value.isString() || pattern_->match(value.toString()).hasMatch();
+  return fits && type_.Accepts(value) && value_.Accepts(value);
+}
+
+bool SchemaNode::OnlyWarnsOf(const QJsonValue& value) const {
+  const char* const kind = type_.Accepts(value) ? "value" : "type";
+  return warnings_.contains(QLatin1String(kind)) || (warned_ && warned_->Accepts(value));
+}
+
+bool SchemaNode::OnlyWarnsOfMissing() const {
+  return warnings_.contains(QLatin1String("required"));
 }
 
 std::vector<const SchemaNode*> SchemaNode::AppliedTo(const QJsonValue& value) const {

@@ -3,6 +3,7 @@
 #include "configuration/JsonSchema.h"
 
 #include <QMap>
+#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
 
@@ -12,9 +13,6 @@
 
 namespace korvax {
 
-/// What a node of the schema says about a value, looked at by itself: without its members and elements.
-enum class Verdict { Right, WrongType, WrongValue };
-
 /// One node of the configuration's schema with its references resolved, so that a file can be walked beside it and
 /// each finding belongs to one key. Nodes don't refer to themselves.
 class SchemaNode {
@@ -22,10 +20,12 @@ public:
   /// `definitions`: where references of the form "#/definitions/NAME" lead.
   SchemaNode(const QJsonObject& schema, const QJsonObject& definitions);
 
-  Verdict Judge(const QJsonValue& value) const;
+  /// Of the value by itself: without its members and elements.
+  bool IsRight(const QJsonValue& value) const;
 
-  /// The server goes on in a way that may be meant when this is violated: "type", "value" or "required".
-  bool OnlyWarnsOf(const QString& kind) const { return warnings_.contains(kind); }
+  /// The server goes on in a way that may be meant with this value, which isn't right, or without a required key.
+  bool OnlyWarnsOf(const QJsonValue& value) const;
+  bool OnlyWarnsOfMissing() const;
 
   /// What should stand there, as it follows on "expected": "an integer of at least 1".
   const QString& Expected() const { return expected_; }
@@ -54,6 +54,8 @@ private:
 
   JsonSchema type_;
   JsonSchema value_;
+  std::optional<QRegularExpression> pattern_;
+  std::optional<JsonSchema> warned_;
   QString expected_;
   QStringList allowedTexts_;
   QJsonValue default_;

@@ -35,8 +35,8 @@ QString ExpectedBy(const std::vector<const SchemaNode*>& nodes) {
   return expected.isEmpty() ? QStringLiteral("a value") : expected;
 }
 
-Severity SeverityOf(const SchemaNode& node, const char* kind) {
-  return node.OnlyWarnsOf(QLatin1String(kind)) ? Severity::Warning : Severity::Error;
+Severity SeverityOf(bool onlyWarns) {
+  return onlyWarns ? Severity::Warning : Severity::Error;
 }
 
 }  // namespace
@@ -64,12 +64,11 @@ void SchemaWalk::CheckValue(const QJsonValue& value, const Nodes& nodes) {
 }
 
 bool SchemaWalk::IsRight(const QJsonValue& value, const SchemaNode& node) {
-  const Verdict verdict = node.Judge(value);
-  if (verdict == Verdict::Right) {
+  if (node.IsRight(value)) {
     return true;
   }
-  const QString found = ValueText(value) + Suggestion(value.toString(), node.AllowedTexts());
-  findings_.Add(SeverityOf(node, verdict == Verdict::WrongType ? "type" : "value"), path_, node.Expected(), found);
+  const auto found = [&] { return ValueText(value) + Suggestion(value.toString(), node.AllowedTexts()); };
+  findings_.Add(SeverityOf(node.OnlyWarnsOf(value)), path_, node.Expected(), found);
   return false;
 }
 
@@ -86,7 +85,7 @@ void SchemaWalk::CheckMembers(const QJsonObject& object, const Nodes& nodes) {
     const Nodes known = MembersOf(nodes, member.key());
     if (known.empty()) {
       findings_.Warn(path_, QStringLiteral("a key that the server knows"),
-                     QStringLiteral("an unknown one") + Suggestion(member.key(), keys));
+                     [&] { return QStringLiteral("an unknown one") + Suggestion(member.key(), keys); });
     } else {
       CheckValue(member.value(), known);
     }
@@ -97,8 +96,8 @@ void SchemaWalk::CheckMembers(const QJsonObject& object, const Nodes& nodes) {
 void SchemaWalk::CheckRequired(const QJsonObject& object, const SchemaNode& node, const Nodes& nodes) {
   for (const QString& key : node.RequiredKeys()) {
     if (!object.contains(key)) {
-      findings_.Add(SeverityOf(node, "required"), path_ + QStringList{key}, ExpectedBy(MembersOf(nodes, key)),
-                    QStringLiteral("nothing"));
+      findings_.Add(SeverityOf(node.OnlyWarnsOfMissing()), path_ + QStringList{key},
+                    ExpectedBy(MembersOf(nodes, key)), QStringLiteral("nothing"));
     }
   }
 }

@@ -11,6 +11,7 @@ namespace {
 
 constexpr double MostCounters = 67'108'864;
 constexpr double MostSamples = 16'777'216;
+constexpr int MostTraces = 1'048'576;
 
 struct Size {
   QString words;         // in parameter names
@@ -54,6 +55,15 @@ Size SizeOf(const BlockEntry& block, const ParameterList& parameters) {
   return block.type == QLatin1String("oscilloscope") ? TraceSize(parameters) : Size{{}, "", 0};
 }
 
+// Other numbers than 1 are only warned of, so that the schema says nothing more of those that are refused.
+void CheckAnalogTraces(const BlockEntry& block, const ParameterList& parameters, FindingList& findings) {
+  const auto* const entry = parameters.Find(QStringLiteral("ch_analog"));
+  if (block.type == QLatin1String("oscilloscope") && entry != nullptr && entry->value.toInt() > MostTraces) {
+    findings.Fail(entry->path, QStringLiteral("at most %1").arg(MostTraces),
+                  QString::number(entry->value.toInt()));
+  }
+}
+
 }  // namespace
 
 void CheckSize(const BlockEntry& block, const ParameterList& parameters, FindingList& findings) {
@@ -64,6 +74,7 @@ void CheckSize(const BlockEntry& block, const ParameterList& parameters, Finding
                   size.words + QStringLiteral(" of at most %1").arg(size.most, 0, 'f', 0),
                   QString::number(size.number, 'f', 0));
   }
+  CheckAnalogTraces(block, parameters, findings);
 }
 
 }  // namespace korvax

@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <cstdlib>
 #include <numeric>
 #include <vector>
 
@@ -12,6 +13,7 @@ namespace korvax {
 namespace {
 
 constexpr int LongestShown = 60;
+constexpr int MostCandidates = 100;  // finding the nearest of more takes too long
 
 // The value as the only element of an array, without the brackets.
 QString JsonText(const QJsonValue& value) {
@@ -41,7 +43,7 @@ int EditDistance(const QString& left, const QString& right) {
 QString Quoted(const QString& text) {
   QString shown = text.size() > LongestShown ? text.left(LongestShown) + QChar(0x2026) : text;
   for (QChar& character : shown) {
-    if (!character.isPrint() && character.unicode() >= 0x80) {
+    if (!character.isPrint() && character.unicode() >= 0x7F) {
       character = QLatin1Char(' ');
     }
   }
@@ -70,8 +72,16 @@ QString Difference(const QString& expected, const QString& found) {
 QString NearestText(const QString& text, const QStringList& candidates) {
   QString nearest;
   int least = std::min(text.size(), 12) / 3 + 1;
+  if (text.size() > LongestShown || candidates.size() > MostCandidates) {
+    return nearest;
+  }
+  const QString wanted = text.toLower();
   for (const QString& candidate : candidates) {
-    const int distance = text.size() > LongestShown ? least : EditDistance(text.toLower(), candidate.toLower());
+    // No distance is below the difference of the lengths.
+    if (candidate.size() > LongestShown || std::abs(candidate.size() - text.size()) >= least) {
+      continue;
+    }
+    const int distance = EditDistance(wanted, candidate.toLower());
     if (distance < least) {
       least = distance;
       nearest = candidate;

@@ -17,7 +17,8 @@ QString ValueText(const QJsonValue& value);
 /// "expected …; found …"
 QString Difference(const QString& expected, const QString& found);
 
-/// The one of `candidates` that `text` was probably meant to be; empty when none is near.
+/// The one of `candidates` that `text` was probably meant to be; empty when none is near,
+/// and when there are more than 100.
 QString NearestText(const QString& text, const QStringList& candidates);
 
 /// " (did you mean "…"?)", or nothing when none of `candidates` is near.

@@ -11,19 +11,32 @@
 
 namespace {
 
-// Every test's name as "Suite.Name".
+// The tests' names of one file as "Suite.Name". A row of a table of parameters that is named as a kept oddity
+// counts as a test of the suite before it.
+QSet<QString> TestNamesIn(const QString& text) {
+  static const QRegularExpression pattern(
+      QStringLiteral(R"re(TEST(?:_[FP])?\(\s*(\w+),\s*(\w+)\)|"(\w+_isKept)")re"));
+  QSet<QString> names;
+  QString suite;
+  for (auto matches = pattern.globalMatch(text); matches.hasNext();) {
+    const QRegularExpressionMatch match = matches.next();
+    const QString row = match.captured(3);
+    if (row.isEmpty()) {
+      suite = match.captured(1);
+    }
+    names << suite + QLatin1Char('.') + (row.isEmpty() ? match.captured(2) : row);
+  }
+  return names;
+}
+
 QSet<QString> TestNames() {
-  static const QRegularExpression pattern(QStringLiteral(R"(TEST(?:_[FP])?\(\s*(\w+),\s*(\w+)\))"));
   QSet<QString> names;
   QDirIterator files(QStringLiteral(KORVAX_PROJECT_DIR "/tests"), {QStringLiteral("*.cpp")}, QDir::Files,
                      QDirIterator::Subdirectories);
   while (files.hasNext()) {
     QFile file(files.next());
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    for (auto matches = pattern.globalMatch(QString::fromUtf8(file.readAll())); matches.hasNext();) {
-      const QRegularExpressionMatch match = matches.next();
-      names << match.captured(1) + QLatin1Char('.') + match.captured(2);
-    }
+    names += TestNamesIn(QString::fromUtf8(file.readAll()));
   }
   return names;
 }

@@ -93,7 +93,7 @@ std::vector<BlockFault> Faults() {
        {WithParameters(Block("tof_histogram", "times", "source", "0"),
                        {{"bin_number", 2147483647}, {"ch_number", 64}})},
        "times",
-       R"("bin_number" times "ch_number")"},
+       R"("ch_number" times "bin_number")"},
       {"AMapOfTooManyRows",
        {WithParameters(Block("position", "position", "source", "0"),
                        {{"positions", QJsonArray{0, 0, 1, 1}}, {"y_positions", 2147483647}})},
@@ -103,7 +103,7 @@ std::vector<BlockFault> Faults() {
        {WithParameters(Block("image", "image", "source", "0"),
                        {{"x_positions", EveryPosition(20'000)}, {"y_positions", EveryPosition(20'000)}})},
        "image",
-       R"(entries of "x_positions" times those of "y_positions")"},
+       R"(entries of "y_positions" times those of "x_positions")"},
   };
 }
 

@@ -10,10 +10,7 @@ namespace {
 class BlockQueriesTest : public SystemTest {
 protected:
   void SetUp() override {
-    configuration = WithChain(
-        configuration, {Tee("tee", "source", 5), PositionBlock("tee", "0"), ImageBlock("tee", "1"),
-                        TimesBlock("tee", "2"), SpectrumBlock("spectrum", "tee", "3"),
-                        Block("time_sorting", "sorter", "tee", "4"), SpectrumBlock("sorted", "sorter", "0")});
+    configuration = WithChain(configuration, BlocksOfAnalysis());
     StartAndWaitUntilReady();
     ASSERT_TRUE(client.Connect());
   }

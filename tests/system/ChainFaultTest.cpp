@@ -72,7 +72,7 @@ std::vector<ChainFault> Faults() {
       {"MoreInputsThanPins", "1", Block("spectrum", "spectrum", {Link("source", "0"), Link("source", "0")}, 2),
        spectrumInputs},
       {"AFarTooLargeSpectrum", "1/parameters/0/param_value", 2147483647,
-       R"(Processing group 0, chain "main", block "spectrum", "bin_number" times "ch_number": expected at most )"},
+       R"(Processing group 0, chain "main", block "spectrum", "ch_number" times "bin_number": expected at most )"},
   };
 }
 

@@ -58,4 +58,31 @@ inline QJsonObject SpectrumBlock(const char* name, const char* source, const QJs
   return WithParameters(Block("spectrum", name, source, pin), {{"bin_number", 1024}, {"ch_number", 8}});
 }
 
+/// One of each behind a tee, and another spectrum behind a sorter.
+inline QJsonArray BlocksOfAnalysis() {
+  return {Tee("tee", "source", 5),
+          PositionBlock("tee", "0"),
+          ImageBlock("tee", "1"),
+          TimesBlock("tee", "2"),
+          SpectrumBlock("spectrum", "tee", "3"),
+          Block("time_sorting", "sorter", "tee", "4"),
+          SpectrumBlock("sorted", "sorter", "0")};
+}
+
+/// A configuration whose source feeds a dumper "dumper" and nothing else.
+inline QJsonValue WithDumper(const QJsonValue& configuration) {
+  return WithChain(configuration, {Block("dumper", "dumper", "source", "0")});
+}
+
+/// A "storage" that records all there is, every wave of it.
+inline QJsonObject RunStorage(const QString& folder, const char* format, int eventsPerFile) {
+  return {{"file_path", folder},
+          {"format", format},
+          {"events_per_file", eventsPerFile},
+          {"wavedump_time_interval", -1},
+          {"enable_list", true},
+          {"enable_wave", true},
+          {"enable_mcs", true}};
+}
+
 }  // namespace test

@@ -1,9 +1,6 @@
 #include "runfiles/FileSummary.h"
 #include "tests/support/WaitFor.h"
-#include "tests/system/RunTest.h"
-
-#include <QFile>
-#include <QJsonDocument>
+#include "tests/system/DemoFixture.h"
 
 namespace test {
 
@@ -13,23 +10,16 @@ using korvax::runfiles::Form;
 using korvax::runfiles::Kind;
 
 // A run of the demo configuration: events, waves and rates of one board, each recorded by a block of its own.
-class DemoRunTest : public RunTest, public testing::WithParamInterface<Form> {
+class DemoRunTest : public DemoFixture, public testing::WithParamInterface<Form> {
 protected:
-  void SetUp() override {
-    installation.AddBoardLibrary(KORVAX_SIMULATOR, QStringLiteral("libCAENDig2Sim.so"));
-    QFile demo(QStringLiteral(KORVAX_PROJECT_DIR "/examples/demo.json"));
-    ASSERT_TRUE(demo.open(QIODevice::ReadOnly));
-    configuration = QJsonDocument::fromJson(demo.readAll()).object();
-    ConfigureRuns(GetParam(), 1'000'000);
-  }
+  void SetUp() override { ConfigureDemo(GetParam()); }
 
   int Recorded(const QString& block) {
     const QString query = QStringLiteral(R"({"cmd":"get_dump_counts"})");
     return CountsIn(Tell(block, query))["recorded"].toInt();
   }
   int RecordedRates() {
-    const QString path = QStringLiteral("processing/0/filter_chain/rates1/chain/rates1");
-    return CountsIn(Tell("query_by_json", Query(path, R"({"cmd":"get_dump_counts"})")))["recorded"].toInt();
+    return CountsIn(AskBlock("rates1/rates1", R"({"cmd":"get_dump_counts"})"))["recorded"].toInt();
   }
   static QJsonObject CountsIn(const QString& answer) {
     return QJsonDocument::fromJson(answer.toUtf8()).array()[0].toObject();

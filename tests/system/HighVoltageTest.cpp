@@ -1,5 +1,5 @@
-#include "tests/support/Json.h"
 #include "tests/support/WaitFor.h"
+#include "tests/system/HighVoltageText.h"
 #include "tests/system/SystemTest.h"
 
 #include <numeric>
@@ -8,34 +8,12 @@ namespace test {
 
 namespace {
 
-constexpr const char* Configs = R"([{"elements": [
-  {"name": "Ramp", "path": "\\HVRamp", "value_type": "string_array", "values": ["500", "500"], "direct_apply": true},
-  {"name": "Set", "path": "\\HVSet", "value_type": "u32_array", "values": [20, 30], "direct_apply": true},
-  {"name": "On", "path": "\\HVOn", "value_type": "boolean", "access": "read_only"},
-  {"name": "Voltage", "path": "\\HVVoltage", "value_type": "u32_array", "access": "read_only"},
-  {"name": "State", "path": "\\HVState", "value_type": "list_array", "access": "read_only"}]}])";
-
-constexpr const char* Endpoints =
-    R"([{"name": "energy", "path": "endpoints\\energy", "enable": true, "type": "energy_sci_u32"}])";
-
-constexpr const char* Commands = R"([
-  {"name": "Start", "path": "endpoints\\energy\\start", "command_type": "start", "endpoint_type": "energy"},
-  {"name": "Stop", "path": "endpoints\\energy\\stop", "command_type": "stop", "endpoint_type": "energy"}])";
-
-constexpr const char* Block = R"({"block_type": "hv", "name": "supply", "sources": [{"source": "Digitizer"}],
-                                  "parameters": [{"param_name": "n_channels", "param_value": 2}]})";
-
 // The simulated board, whose energies a source reads all the while, and an HV block on it.
 class HighVoltageTest : public SystemTest {
 protected:
   void SetUp() override {
     installation.AddBoardLibrary(KORVAX_SIMULATOR, QStringLiteral("libCAENDig2Sim.so"));
-    Change(QStringLiteral("Hardware/0/board_plugin"), QStringLiteral("libCAENDig2Sim"));
-    Change(QStringLiteral("Hardware/0/board_connection_string"), QStringLiteral("sim:array?channels=4"));
-    Change(QStringLiteral("Hardware/0/configs"), Array(Configs));
-    Change(QStringLiteral("Hardware/0/endpoints"), Array(Endpoints));
-    Change(QStringLiteral("Hardware/0/commands"), Array(Commands));
-    Change(HvBlock, Object(Block));
+    configuration = WithHighVoltage(configuration);
   }
 
   QString AskByPath(const QByteArray& args) { return AskOver(byPath_, args); }

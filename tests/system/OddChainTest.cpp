@@ -155,7 +155,19 @@ void PrintTo(const Stream& value, std::ostream* out) {
 }
 
 // Streams that are not of energy events, into every block that wants those.
-class StrangeStreamTest : public OddChainTest, public testing::WithParamInterface<Stream> {};
+class StrangeStreamTest : public OddChainTest, public testing::WithParamInterface<Stream> {
+protected:
+  // The dumper at the tee's last output, in a pause, only counts what it is given.
+  bool WaitUntilWitnessed(int records) {
+    TestClient witness(QStringLiteral("witness"));
+    EXPECT_TRUE(witness.Connect());
+    EXPECT_EQ(witness.Ask(R"({"cmd":"pause_dump"})"), Success);
+    return WaitFor([&] {
+      const QString counts = witness.Ask(R"({"cmd":"get_dump_counts"})").value_or(QString());
+      return Array(counts.toUtf8())[0].toObject()["discarded"].toInt() >= records;
+    });
+  }
+};
 
 TEST_P(StrangeStreamTest, IsDiscardedByEveryBlockThatWantsEvents) {
   installation.AddBoardLibrary(QStringLiteral(KORVAX_SIMULATOR), QStringLiteral("libCAENDig2Sim.so"));
@@ -169,14 +181,15 @@ TEST_P(StrangeStreamTest, IsDiscardedByEveryBlockThatWantsEvents) {
   Change(QStringLiteral("Hardware/0/commands/0/path"), QStringLiteral("commands\\start"));
   Change(QStringLiteral("processing/0/filter_chain/0/chain/0/data_type"), QLatin1String(GetParam().dataType));
   Change(QStringLiteral("processing/0/filter_chain/0/chain/0/sources/0/pin"), path);
-  StartWith({Tee("tee", "source", 5), PositionBlock("tee", "0"), ImageBlock("tee", "1"), TimesBlock("tee", "2"),
+  StartWith({Tee("tee", "source", 6), PositionBlock("tee", "0"), ImageBlock("tee", "1"), TimesBlock("tee", "2"),
              Block("time_sorting", "sorter", "tee", "3"), SpectrumBlock("spectrum", "tee", "4"),
-             SpectrumBlock("sorted", "sorter", "0")});
+             SpectrumBlock("sorted", "sorter", "0"), Block("dumper", "witness", "tee", "5")});
   for (const char* block : {"position", "image", "spectrum", "sorted"}) {
     RunBlock(block);
   }
   const QString discards = QStringLiteral("Time sorting \"sorter\" discards records of type");
   EXPECT_TRUE(WaitFor([&] { return !server.ErrorLines().filter(discards).isEmpty(); }));
+  ASSERT_TRUE(WaitUntilWitnessed(5)) << "what all outputs of the tee are given";
   EXPECT_EQ(AskBlock("position", R"({"cmd":"get_data","source":"heatmap"})"),
             QStringLiteral("{\"data\":[[0,0],[0,0],[0,0],[0,0]]}"));
   EXPECT_EQ(AskBlock("image", R"({"cmd":"get_data","source":"cumulative"})"),

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <random>
 
@@ -31,6 +32,20 @@ protected:
   }
 
   void Spoil(const Spoiler& spoiler) { spoiler.spoil(installation.ConfigurationPath(), WithThresholds(666, 777)); }
+  void GoOn() {
+    const qint64 stored = StoredEvents();
+    ASSERT_TRUE(FeedUntil([&] { return StoredEvents() > stored + 500; }));
+  }
+  // Nothing was logged since the start but what a configuration and a run log.
+  void ExpectUsualLines() const {
+    static const QRegularExpression usual(QStringLiteral(
+        R"re(^(?: ---- RECONFIG BOARD:  "BOARD[01]"  ----|Set "\\\\.*"|Apply  ".*" .*RES:  | TIMER STAT  \d+)$)re"));
+    const QStringList lines = server.ErrorLines();
+    const int ready = lines.indexOf(QStringLiteral("KORVAX IS STARTED AND READY"));
+    for (const QString& line : lines.mid(ready + 1)) {
+      EXPECT_TRUE(usual.match(line).hasMatch()) << qPrintable(line);
+    }
+  }
   // Whatever stands there.
   void Clear() const {
     const QString path = installation.ConfigurationPath();
@@ -46,6 +61,17 @@ using ReconfigurationFaultsTest = SpoiledConfiguration;
 void Write(const QString& path, const QByteArray& text) {
   Installation::Write(path, text);
 }
+
+// Puts a file in the place of the one that is there.
+void PutInPlace(const QString& path, const QByteArray& text, QFile::Permissions permissions) {
+  const QString next = path + QStringLiteral(".next");
+  Write(next, text);
+  QFile::setPermissions(next, permissions);
+  EXPECT_EQ(std::rename(qPrintable(next), qPrintable(path)), 0);
+}
+
+constexpr QFile::Permissions NobodyReads;
+constexpr QFile::Permissions EverybodyReads = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther;
 
 QByteArray WithHardware(const QByteArray& value) {
   return "{\"Hardware\": " + value + "}";
@@ -79,12 +105,7 @@ const Spoiler Spoilers[] = {
      }},
     {"NoFile", [](const QString& path, const QByteArray&) { QFile::remove(path); }},
     {"AFileThatCannotBeRead",
-     [](const QString& path, const QByteArray& good) {
-       const QString next = path + QStringLiteral(".next");
-       Write(next, good);
-       QFile::setPermissions(next, {});
-       EXPECT_EQ(std::rename(qPrintable(next), qPrintable(path)), 0);
-     }},
+     [](const QString& path, const QByteArray& good) { PutInPlace(path, good, NobodyReads); }},
     {"AFolder",
      [](const QString& path, const QByteArray&) {
        QFile::remove(path);
@@ -99,8 +120,7 @@ const Spoiler Spoilers[] = {
 
 TEST_P(ReconfigurationFaultTest, TouchesNoBoardAndAGoodFileIsAppliedAfterwards) {
   Spoil(GetParam());
-  const qint64 stored = StoredEvents();
-  ASSERT_TRUE(FeedUntil([&] { return StoredEvents() > stored + 500; }));
+  GoOn();
   EXPECT_EQ(ThresholdsOf(board), std::vector<int>{100});
   EXPECT_EQ(ThresholdsOf(other), std::vector<int>{100});
   EXPECT_EQ(ReconfigurationsOf("BOARD0"), 0);
@@ -139,6 +159,48 @@ TEST_F(ReconfigurationFaultsTest, InAnyOrderLeaveTheServerListening) {
   const std::vector<int> thresholds = ThresholdsOf(board);
   EXPECT_EQ(std::count(thresholds.begin(), thresholds.end(), 666), 0);
   ExpectUnharmedRun();
+}
+
+TEST_F(ReconfigurationFaultsTest, AFileThatCannotBeReadForAWhileIsAppliedAsSoonAsItCan) {
+  const QString path = installation.ConfigurationPath();
+  ASSERT_TRUE(QFile::setPermissions(path, NobodyReads));
+  GoOn();
+  EXPECT_EQ(ReconfigurationsOf("BOARD0"), 0);
+  ASSERT_TRUE(QFile::setPermissions(path, EverybodyReads));
+  EXPECT_TRUE(FeedUntil([this] { return ReconfigurationsOf("BOARD1") == 1; }));
+  Overwrite(WithThresholds(250, 300));
+  EXPECT_TRUE(FeedUntilThreshold(board, 250));
+  EXPECT_TRUE(FeedUntilThreshold(other, 300));
+  ExpectUnharmedRun();
+  ExpectUsualLines();
+}
+
+TEST_F(ReconfigurationFaultsTest, AFileThatWasPutInPlaceUnreadableIsAppliedAsSoonAsItCanBeRead) {
+  const QString path = installation.ConfigurationPath();
+  PutInPlace(path, WithThresholds(250, 300), NobodyReads);
+  GoOn();
+  EXPECT_EQ(ReconfigurationsOf("BOARD0"), 0);
+  ASSERT_TRUE(QFile::setPermissions(path, EverybodyReads));
+  EXPECT_TRUE(FeedUntilThreshold(board, 250));
+  EXPECT_TRUE(FeedUntilThreshold(other, 300));
+  Overwrite(WithThresholds(251, 301));
+  EXPECT_TRUE(FeedUntilThreshold(board, 251));
+  EXPECT_TRUE(FeedUntilThreshold(other, 301));
+  ExpectUnharmedRun();
+  ExpectUsualLines();
+}
+
+TEST_F(ReconfigurationFaultsTest, AFileOfMoreThan128MiBIsNotAppliedAndOneOfSomeMegabytesIs) {
+  const QString path = installation.ConfigurationPath();
+  PutInPlace(path, QByteArray(128 << 20, ' ') + WithThresholds(666, 777), EverybodyReads);
+  GoOn();
+  EXPECT_EQ(ReconfigurationsOf("BOARD0"), 0);
+  PutInPlace(path, QByteArray(5'000'000, ' ') + WithThresholds(250, 300), EverybodyReads);
+  EXPECT_TRUE(FeedUntilThreshold(board, 250));
+  EXPECT_TRUE(FeedUntilThreshold(other, 300));
+  EXPECT_EQ(ThresholdsOf(board)[1], 250);
+  ExpectUnharmedRun();
+  ExpectUsualLines();
 }
 
 }  // namespace

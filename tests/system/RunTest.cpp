@@ -2,6 +2,7 @@
 
 #include "tests/support/Json.h"
 #include "tests/support/WaitFor.h"
+#include "tests/system/ChainText.h"
 
 namespace test {
 
@@ -11,20 +12,12 @@ std::string NameOfForm(const testing::TestParamInfo<korvax::runfiles::Form>& for
 }
 
 RunTest::RunTest() {
-  Change(QStringLiteral("processing/0/filter_chain/0/chain/1"),
-         Object(R"({"block_type": "dumper", "name": "dumper", "data_type": "energy", "input_count": 1,
-                    "sources": [{"source": "source", "pin": "0"}]})"));
+  configuration = WithDumper(configuration);
   ConfigureRuns(Form::Binary, 1'000'000);
 }
 
 void RunTest::ConfigureRuns(Form form, int eventsPerFile, const QString& storage) {
-  Change(QStringLiteral("storage"), QJsonObject{{"file_path", storage},
-                                                {"format", Types[static_cast<int>(form)]},
-                                                {"events_per_file", eventsPerFile},
-                                                {"wavedump_time_interval", -1},
-                                                {"enable_list", true},
-                                                {"enable_wave", true},
-                                                {"enable_mcs", true}});
+  Change(QStringLiteral("storage"), RunStorage(storage, Types[static_cast<int>(form)], eventsPerFile));
   installation.WriteConfiguration(ToText(configuration));
 }
 

@@ -11,13 +11,16 @@ const QJsonValue Nothing(QJsonValue::Undefined);
 
 const std::vector<Case> BoardCases{
     {"twoBoardsOfOneName",
-     {{"Hardware/1/enable", true}, {"Hardware/1/board_plugin", ""}, {"Hardware/1/board_connection_string", ""}},
+     {{"Hardware/1/enable", true},
+      {"Hardware/1/board_plugin", "libCAENDig2Sim"},
+      {"Hardware/1/board_connection_string", ""}},
      {"warning: Hardware[1] \"BOARD0\" key \"board_name\": expected a name that no other board has, as sources "
       "find the "
       "first one only; found \"BOARD0\", which is also Hardware[0]"}},
     {"enabledBoardWithoutTheKeysThatItNeeds",
      {{"Hardware/1", QJsonObject{{"enable", true}}}},
-     {"error: Hardware[1] key \"board_plugin\": expected a text; found nothing",
+     {"error: Hardware[1] key \"board_plugin\": expected the base name of a library, without suffix; found "
+      "nothing",
       "warning: Hardware[1] key \"board_name\": expected a text; found nothing",
       "warning: Hardware[1] key \"board_connection_string\": expected a text; found nothing"}},
     {"boardWithoutEnable",
@@ -50,7 +53,28 @@ const std::vector<Case> BoardCases{
       "as \"100\"; found nothing",
       "warning: Hardware[0] \"BOARD0\" configs[0] \"Channels\" elements[2] \"Threshold\" key \"values\": "
       "expected an array "
-      "of texts or numbers or true or false; found nothing"}},
+      "with at least one value; found nothing"}},
+    {"parameterThatIsWrittenWithoutAType",
+     {{"Hardware/0/configs/0/elements/0/value_type", Nothing}},
+     {"warning: Hardware[0] \"BOARD0\" configs[0] \"Channels\" elements[0] \"Mode\" key \"value_type\": expected "
+      "one "
+      "of \"list\", \"u32\", \"boolean\", \"bool_array\", \"list_array\", \"u32_array\", \"string_array\"; found "
+      "nothing"}},
+    {"parameterThatIsNeverWrittenNeedsNeitherTypeNorValues",
+     {{"Hardware/0/configs/0/elements/0/value_type", Nothing},
+      {"Hardware/0/configs/0/elements/0/direct_apply", false},
+      {"Hardware/0/configs/0/elements/2/values", QJsonArray()},
+      {"Hardware/0/configs/0/elements/2/access", "read_only"}},
+     {}},
+    {"eventsThatAreRecordedInNoFormatAndOneToAFile",
+     {{"storage/format", Nothing}, {"storage/events_per_file", Nothing}},
+     {"warning: storage key \"format\": expected one of \"BIN\", \"CSV\", \"JSON\"; found nothing",
+      "warning: storage key \"events_per_file\": expected an integer from 1 to 2147483647, as events are "
+      "recorded; "
+      "found nothing"}},
+    {"storageWhenNoEventsAreRecorded",
+     {{"storage/format", Nothing}, {"storage/events_per_file", 0}, {"storage/enable_list", false}},
+     {}},
     {"unknownKeys",
      {{"storge", 1}, {"storage/enable_lst", true}, {"Hardware/0/commands/1/pth", ""}},
      {"warning: Hardware[0] \"BOARD0\" commands[1] key \"pth\": expected a key that the server knows; found an "

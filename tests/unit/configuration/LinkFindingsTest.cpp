@@ -141,8 +141,12 @@ const std::vector<Case> DataCases{
       "\"energy_pair\"; found \"rate_counters\", from \"source0\"",
       "warning: processing[0] \"events\" block \"dumper0\" sources[0]: expected data of the type \"energy\" or "
       "\"energy_pair\"; found \"rate_counters\", from \"source0\"",
+      "warning: processing[0] \"events\" block \"sorter0\" sources[0]: expected data of the type \"energy\" or "
+      "\"energy_pair\"; found \"rate_counters\", from \"source0\"",
       "warning: processing[0] \"events\" block \"position0\" sources[0]: expected data of the type \"energy\" "
       "or "
+      "\"energy_pair\"; found \"rate_counters\", from \"source0\"",
+      "warning: processing[0] \"events\" block \"sorter1\" sources[0]: expected data of the type \"energy\" or "
       "\"energy_pair\"; found \"rate_counters\", from \"source0\"",
       "warning: processing[0] \"events\" block \"dumper1\" sources[0]: expected data of the type \"energy\" or "
       "\"energy_pair\"; found \"rate_counters\", from \"source0\""}},
@@ -151,6 +155,21 @@ const std::vector<Case> DataCases{
      {"warning: processing[1] \"others\" block \"rates0\" sources[0]: expected data of the type "
       "\"rate_counters\"; found "
       "\"waveform\", from \"rates_source0\""}},
+    {"wavesThroughATimeSorting",
+     {{"OTHERS/1", QJsonObject{{"block_type", "time_sorting"},
+                               {"name", "sorted"},
+                               {"input_count", 1},
+                               {"sources", QJsonArray{QJsonObject{{"source", "waves0"}, {"pin", "0"}}}}}},
+      {"OTHERS/5",
+       QJsonObject{{"block_type", "spectrum"},
+                   {"name", "spectrum1"},
+                   {"input_count", 1},
+                   {"sources", QJsonArray{QJsonObject{{"source", "sorted"}, {"pin", "0"}}}},
+                   {"parameters", QJsonArray{Parameter("ch_number", 1), Parameter("bin_number", 1)}}}}},
+     {"warning: processing[1] \"others\" block \"sorted\" sources[0]: expected data of the type \"energy\" or "
+      "\"energy_pair\"; found \"waveform\", from \"waves0\"",
+      "warning: processing[1] \"others\" block \"spectrum1\" sources[0]: expected data of the type \"energy\" or "
+      "\"energy_pair\"; found \"waveform\", from \"waves0\""}},
     {"wavesThroughATee",
      {{"OTHERS/1", QJsonObject{{"block_type", "tee"},
                                {"name", "copies"},
@@ -168,6 +187,32 @@ const std::vector<Case> DataCases{
       "show nothing; found those of the tee \"copies\""}},
 };
 
+const std::vector<Case> NameCases{
+    {"theNameOfRunControl",
+     {{"EVENTS/5/name", "commands"}},
+     {"error: processing[0] \"events\" block \"commands\" key \"name\": expected another name, as this is the one "
+      "of run control, and no run could be started; found \"commands\""}},
+    {"theNameOfRunControlOfTwo",
+     {{"EVENTS/5/name", "commands"}, {"EVENTS/10/name", "commands"}},
+     {"error: processing[0] \"events\" block \"commands\" key \"name\": expected another name, as this is the one "
+      "of run control, and no run could be started; found \"commands\"",
+      "error: processing[0] \"events\" block \"commands\" key \"name\": expected another name, as this is the one "
+      "of run control, and no run could be started; found \"commands\"",
+      "warning: processing[0] \"events\" block \"commands\" key \"name\": expected a name that no other block "
+      "has, as sources of later blocks find the first one only; found \"commands\", which is also the name of an "
+      "earlier block"}},
+    {"otherNamesThatHaveTheWord", {{"EVENTS/5/name", "commands0"}, {"EVENTS/10/name", "Commands"}}, {}},
+    {"theNameOfTheRouteByPath",
+     {{"OTHERS/1/name", "query_by_json"}},
+     {"warning: processing[1] \"others\" block \"query_by_json\" key \"name\": expected another name, as clients "
+      "can't reach a block by this one; found \"query_by_json\""}},
+    {"namesWithASlash",
+     {{"EVENTS/5/name", "lists/a"}},
+     {"warning: processing[0] \"events\" block \"lists/a\" key \"name\": expected a name without \"/\", as "
+      "clients can't reach the block by it, and in the paths of recorded files it means a folder; found "
+      "\"lists/a\""}},
+};
+
 class LinkFindings : public testing::TestWithParam<Case> {};
 
 TEST_P(LinkFindings, areThese) {
@@ -175,6 +220,7 @@ TEST_P(LinkFindings, areThese) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Links, LinkFindings, testing::ValuesIn(LinkCases), test::NameOf);
+INSTANTIATE_TEST_SUITE_P(Names, LinkFindings, testing::ValuesIn(NameCases), test::NameOf);
 INSTANTIATE_TEST_SUITE_P(Data, LinkFindings, testing::ValuesIn(DataCases), test::NameOf);
 
 }  // namespace

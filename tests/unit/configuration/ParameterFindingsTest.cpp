@@ -85,6 +85,16 @@ const std::vector<Case> ParameterCases{
       "warning: processing[0] \"events\" block \"position0\" key \"correlated_channels\"[2]: expected a channel "
       "that has an "
       "entry in \"positions\", from 0 to 3, as others count nothing; found -1"}},
+    {"channelsWithoutPartners",
+     {{"EVENTS/7/parameters/1/param_value", QJsonArray{1, 0}}},
+     {"warning: processing[0] \"events\" block \"position0\" key \"correlated_channels\": expected a partner for "
+      "each "
+      "of the 4 channels of \"positions\"; found 2"}},
+    {"noPartnersAtAll",
+     {{"EVENTS/7/parameters/1/param_value", QJsonArray()}},
+     {"warning: processing[0] \"events\" block \"position0\" key \"correlated_channels\": expected an array of "
+      "integers "
+      "with at least 1 entry; found an empty array"}},
     {"spectrumThatIsTooLarge",
      {{"EVENTS/2/parameters/1/param_value", 8388609}},
      {"error: processing[0] \"events\" block \"spectrum0\" key \"bin_number\": expected \"ch_number\" times "
@@ -98,6 +108,18 @@ const std::vector<Case> ParameterCases{
      {{"OTHERS/1/parameters/0/param_value", 524289}},
      {"error: processing[1] \"others\" block \"scope0\" key \"sample_number\": expected \"sample_number\" times "
       "\"ch_number\" times (\"ch_analog\" + \"ch_digital\") of at most 16777216; found 16777248"}},
+    {"moreAnalogTracesThanAreTaken",
+     {{"OTHERS/1/parameters/0/param_value", 1},
+      {"OTHERS/1/parameters/1/param_value", 1},
+      {"OTHERS/1/parameters/2/param_value", 1048577}},
+     {"warning: processing[1] \"others\" block \"scope0\" key \"ch_analog\": expected 1; found 1048577",
+      "error: processing[1] \"others\" block \"scope0\" key \"ch_analog\": expected at most 1048576; found "
+      "1048577"}},
+    {"asManyAnalogTracesAsAreTaken",
+     {{"OTHERS/1/parameters/0/param_value", 1},
+      {"OTHERS/1/parameters/1/param_value", 1},
+      {"OTHERS/1/parameters/2/param_value", 1048576}},
+     {"warning: processing[1] \"others\" block \"scope0\" key \"ch_analog\": expected 1; found 1048576"}},
 };
 
 class ParameterFindings : public testing::TestWithParam<Case> {};
