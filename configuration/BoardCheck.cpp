@@ -48,6 +48,18 @@ void CheckCommands(const BoardEntry& board, const EndpointNames& names, FindingL
   }
 }
 
+// A file that is saved while the server runs configures connected boards by name alone.
+void CheckDisabled(const Layout& layout, const QHash<QString, int>& enabled, FindingList& findings) {
+  for (const BoardEntry& board : layout.disabledBoards) {
+    if (!board.name.isEmpty() && enabled.contains(board.name)) {
+      findings.Warn(board.path + QStringList{"board_name"},
+                    QStringLiteral("another name than that of an enabled board, as each save of the file applies "
+                                   "these \"configs\" to it, too"),
+                    Quoted(board.name));
+    }
+  }
+}
+
 }  // namespace
 
 void CheckBoards(const Layout& layout, FindingList& findings) {
@@ -65,6 +77,7 @@ void CheckBoards(const Layout& layout, FindingList& findings) {
                     QStringLiteral("%1, which is also Hardware[%2]").arg(Quoted(board.name), other));
     }
   }
+  CheckDisabled(layout, firsts, findings);
 }
 
 }  // namespace korvax

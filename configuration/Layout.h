@@ -8,7 +8,7 @@
 
 namespace korvax {
 
-/// A board that the server would connect.
+/// One entry of "Hardware".
 struct BoardEntry {
   QStringList path;
   QString name;
@@ -26,6 +26,7 @@ struct BlockEntry {
 /// The enabled boards and blocks of a configuration, in the order in which the server goes through them.
 struct Layout {
   std::vector<BoardEntry> boards;
+  std::vector<BoardEntry> disabledBoards;
   std::vector<BlockEntry> blocks;
 
   static Layout Of(const QJsonObject& configuration);

@@ -10,8 +10,14 @@ using Case = test::FindingsCase;
 const QJsonValue Nothing(QJsonValue::Undefined);
 
 const std::vector<Case> BoardCases{
+    {"aDisabledBoardOfTheNameOfAnEnabledOne",
+     {{"Hardware/1/board_name", "BOARD0"}},
+     {"warning: Hardware[1] \"BOARD0\" key \"board_name\": expected another name than that of an enabled board, "
+      "as "
+      "each save of the file applies these \"configs\" to it, too; found \"BOARD0\""}},
     {"twoBoardsOfOneName",
      {{"Hardware/1/enable", true},
+      {"Hardware/1/board_name", "BOARD0"},
       {"Hardware/1/board_plugin", "libCAENDig2Sim"},
       {"Hardware/1/board_connection_string", ""}},
      {"warning: Hardware[1] \"BOARD0\" key \"board_name\": expected a name that no other board has, as sources "
@@ -25,7 +31,7 @@ const std::vector<Case> BoardCases{
       "warning: Hardware[1] key \"board_connection_string\": expected a text; found nothing"}},
     {"boardWithoutEnable",
      {{"Hardware/1/enable", Nothing}},
-     {"warning: Hardware[1] \"BOARD0\" key \"enable\": expected true or false; found nothing"}},
+     {"warning: Hardware[1] \"BOARD1\" key \"enable\": expected true or false; found nothing"}},
     {"twoEndpointsOfOneName",
      {{"Hardware/0/endpoints/3", QJsonObject{{"name", "rates"}}}},
      {"warning: Hardware[0] \"BOARD0\" endpoints[3] \"rates\" key \"name\": expected a name that no other "
