@@ -20,8 +20,8 @@ void ForEachElement(const QJsonObject& parent, const QStringList& path, const QS
 Layout Layout::Of(const QJsonObject& configuration) {
   Layout layout;
   ForEachElement(configuration, {}, QStringLiteral("Hardware"), [&](const auto& path, const QJsonObject& board) {
-    std::vector<BoardEntry>& boards = board["enable"].toBool() ? layout.boards : layout.disabledBoards;
-    boards.push_back({path, board["board_name"].toString(), board});
+    std::vector<BoardEntry>& entries = board["enable"].toBool() ? layout.boards : layout.disabledBoards;
+    entries.push_back({path, board["board_name"].toString(), board});
   });
   const auto addBlock = [&](const auto& path, const QJsonObject& block) {
     layout.blocks.push_back({path, block["block_type"].toString(), block["name"].toString(), block});
