@@ -6,16 +6,17 @@
 
 namespace acquisition {
 
-void Decode(std::span<const board::Entry> entries, const DecodeSettings& settings, const BatchSink& sink) {
+std::size_t Decode(std::span<const board::Entry> entries, const DecodeSettings& settings, const BatchSink& sink) {
   if (settings.dataType == QLatin1String("energy")) {
-    DecodeEnergy(entries, settings, sink);
-  } else if (settings.dataType == QLatin1String("energy_pair")) {
-    DecodeEnergyPair(entries, settings, sink);
-  } else if (settings.dataType == QLatin1String("waveform")) {
-    DecodeWaveform(entries, sink);
-  } else if (IsRateType(settings.dataType)) {
-    DecodeRateCounters(entries, *settings.clock, sink);
+    return DecodeEnergy(entries, settings, sink);
   }
+  if (settings.dataType == QLatin1String("energy_pair")) {
+    return DecodeEnergyPair(entries, settings, sink);
+  }
+  if (settings.dataType == QLatin1String("waveform")) {
+    return DecodeWaveform(entries, sink);
+  }
+  return IsRateType(settings.dataType) ? DecodeRateCounters(entries, *settings.clock, sink) : 0;
 }
 
 bool IsRateType(const QString& dataType) {

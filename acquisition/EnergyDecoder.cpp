@@ -11,75 +11,79 @@ namespace {
 class EnergyChoice {
 public:
   explicit EnergyChoice(const DecodeSettings& settings)
-      : useBoardKev_(settings.useBoardKev), calibration_(settings.expression) {}
+      : useBoardKev_(settings.useBoardKev), calibration_(*settings.calibration) {}
 
-  double operator()(quint32 energyRaw, double boardKev) {
+  double operator()(quint32 energyRaw, double boardKev) const {
     return useBoardKev_ ? boardKev : calibration_.Evaluate(energyRaw);
   }
 
 private:
   const bool useBoardKev_;
-  EnergyCalibration calibration_;
+  EnergyCalibration& calibration_;
 };
 
-std::unique_ptr<PayloadBatch> NewBatch(std::size_t records) {
+std::unique_ptr<PayloadBatch> NewBatch(std::size_t events) {
   auto batch = std::make_unique<PayloadBatch>();
   batch->dataType = QLatin1String("energy");
-  batch->records.reserve(records);
+  batch->events.reserve(events);
   return batch;
 }
 
-std::unique_ptr<KorvaxPayload> EnergyOf(const board::EnergyRecord& record, EnergyChoice& energy) {
-  auto event = std::make_unique<KorvaxPayload_Energy>();
-  event->timestamp = record.timestamp;
-  event->channel = record.channel;
-  event->energyRaw = record.energyRaw;
-  event->energy = energy(record.energyRaw, record.energyKev);
-  event->flag0 = record.flag0;
-  event->flag1 = record.flag1;
-  event->extraWord = record.extraWord;
-  return event;
+void AppendEvent(const board::EnergyRecord& record, const EnergyChoice& energy, EnergyEvents& events) {
+  KorvaxPayload_Energy& event = events.emplace_back();
+  event.timestamp = record.timestamp;
+  event.channel = record.channel;
+  event.energyRaw = record.energyRaw;
+  event.energy = energy(record.energyRaw, record.energyKev);
+  event.flag0 = record.flag0;
+  event.flag1 = record.flag1;
+  event.extraWord = record.extraWord;
 }
 
-std::unique_ptr<KorvaxPayload> DetectorOf(const board::EnergyPairRecord& record, quint32 detector,
-                                          EnergyChoice& energy) {
-  auto event = std::make_unique<KorvaxPayload_Energy>();
-  event->timestamp = record.timestamp;
-  event->channel = record.pair * 2 + detector;
-  event->energyRaw = record.energyRaw[detector];
-  event->energy = energy(record.energyRaw[detector], record.energyKev[detector]);
-  event->flag0 = record.flag0;
-  event->flag1 = record.flag1;
-  event->extraWord = record.extraWord;
-  return event;
+void AppendDetector(const board::EnergyPairRecord& record, quint32 detector, const EnergyChoice& energy,
+                    EnergyEvents& events) {
+  KorvaxPayload_Energy& event = events.emplace_back();
+  event.timestamp = record.timestamp;
+  event.channel = record.pair * 2 + detector;
+  event.energyRaw = record.energyRaw[detector];
+  event.energy = energy(record.energyRaw[detector], record.energyKev[detector]);
+  event.flag0 = record.flag0;
+  event.flag1 = record.flag1;
+  event.extraWord = record.extraWord;
 }
 
 }  // namespace
 
-void DecodeEnergy(std::span<const board::Entry> entries, const DecodeSettings& settings, const BatchSink& sink) {
-  EnergyChoice energy(settings);
+std::size_t DecodeEnergy(std::span<const board::Entry> entries, const DecodeSettings& settings,
+                         const BatchSink& sink) {
+  const EnergyChoice energy(settings);
   auto batch = NewBatch(entries.size());
   for (const board::Entry& entry : entries) {
     if (const auto* record = static_cast<const board::EnergyRecord*>(entry.record)) {
-      batch->timestamp = record->timestamp;
-      batch->records.push_back(EnergyOf(*record, energy));
+      AppendEvent(*record, energy, batch->events);
     }
   }
+  const std::size_t decoded = batch->events.size();
+  batch->timestamp = decoded == 0 ? 0 : batch->events.back().timestamp;
   sink(std::move(batch));
+  return decoded;
 }
 
-void DecodeEnergyPair(std::span<const board::Entry> entries, const DecodeSettings& settings,
-                      const BatchSink& sink) {
-  EnergyChoice energy(settings);
+std::size_t DecodeEnergyPair(std::span<const board::Entry> entries, const DecodeSettings& settings,
+                             const BatchSink& sink) {
+  const EnergyChoice energy(settings);
+  std::size_t decoded = 0;
   for (const board::Entry& entry : entries) {
     if (const auto* record = static_cast<const board::EnergyPairRecord*>(entry.record)) {
       auto batch = NewBatch(2);
       batch->timestamp = record->timestamp;
-      batch->records.push_back(DetectorOf(*record, 0, energy));
-      batch->records.push_back(DetectorOf(*record, 1, energy));
+      AppendDetector(*record, 0, energy, batch->events);
+      AppendDetector(*record, 1, energy, batch->events);
       sink(std::move(batch));
+      ++decoded;
     }
   }
+  return decoded;
 }
 
 }  // namespace acquisition

@@ -5,10 +5,11 @@
 namespace acquisition {
 
 /// One batch for the whole block; its timestamp is the last record's.
-void DecodeEnergy(std::span<const board::Entry> entries, const DecodeSettings& settings, const BatchSink& sink);
+std::size_t DecodeEnergy(std::span<const board::Entry> entries, const DecodeSettings& settings,
+                         const BatchSink& sink);
 
 /// One batch of two records for each pair record: channels 2 * pair and 2 * pair + 1.
-void DecodeEnergyPair(std::span<const board::Entry> entries, const DecodeSettings& settings,
-                      const BatchSink& sink);
+std::size_t DecodeEnergyPair(std::span<const board::Entry> entries, const DecodeSettings& settings,
+                             const BatchSink& sink);
 
 }  // namespace acquisition

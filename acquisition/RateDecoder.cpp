@@ -39,8 +39,9 @@ std::unique_ptr<KorvaxPayload> RatesOf(const board::RateRecord& record, quint64 
 
 }  // namespace
 
-void DecodeRateCounters(std::span<const board::Entry> entries, const AcquisitionClock& clock,
-                        const BatchSink& sink) {
+std::size_t DecodeRateCounters(std::span<const board::Entry> entries, const AcquisitionClock& clock,
+                               const BatchSink& sink) {
+  std::size_t decoded = 0;
   for (const board::Entry& entry : entries) {
     const auto* record = static_cast<const board::RateRecord*>(entry.record);
     if (record == nullptr || record->channels == 0 || record->channels > MostRateChannels) {
@@ -52,7 +53,9 @@ void DecodeRateCounters(std::span<const board::Entry> entries, const Acquisition
     batch->timestamp = entry.timestamp;
     batch->records.push_back(RatesOf(*record, entry.timestamp, seconds));
     sink(std::move(batch));
+    ++decoded;
   }
+  return decoded;
 }
 
 }  // namespace acquisition

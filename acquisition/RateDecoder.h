@@ -12,7 +12,7 @@ inline constexpr unsigned long RatePauseMs = 500;
 
 /// One batch for each record that has channels. Rates are counts divided by the time since the clock was last
 /// started, in seconds, plus 1 ms that keeps it above zero.
-void DecodeRateCounters(std::span<const board::Entry> entries, const AcquisitionClock& clock,
-                        const BatchSink& sink);
+std::size_t DecodeRateCounters(std::span<const board::Entry> entries, const AcquisitionClock& clock,
+                               const BatchSink& sink);
 
 }  // namespace acquisition

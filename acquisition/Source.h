@@ -20,6 +20,7 @@ public:
   /// Asks the worker to end after the block in hand, without waiting for it. Main thread.
   void RequestStop();
   void StopWorker() override;
+  const korvax::Account* Records() const override { return worker_ ? &worker_->Records() : nullptr; }
 
 public slots:
   /// Starts the worker; nothing for a source that has none.

@@ -36,7 +36,8 @@ Source_Thread::Source_Thread(const QString& dataType, const SourceBinding& bindi
       isWaveform_(dataType == QLatin1String("waveform")),
       outputs_(outputs),
       distructor_(distructor),
-      downloadIntervalMs_(downloadIntervalMs) {
+      downloadIntervalMs_(downloadIntervalMs),
+      account_({korvax::Fate::Decoded, korvax::Fate::PassedOver, korvax::Fate::Refused}) {
   setStackSize(StackBytes);
 }
 
@@ -70,6 +71,7 @@ void Source_Thread::run() {
       qInfo() << "W OK";
     }
   }
+  calibration_.Use({});  // on the stack that it was compiled on
   korvax::HappensBefore(this);
 }
 
@@ -102,25 +104,35 @@ void Source_Thread::DecodeBlock(board::ReadBlock& block) {
     return;
   }
   const BlockGuard guard(*distructor_, block);
-  if (block.entries != nullptr && block.count <= acquisition::MostEntries) {
-    DecodeEntries(
-        std::span(reinterpret_cast<const board::Entry*>(block.entries), static_cast<std::size_t>(block.count)));
-  }
+  account_.Book(static_cast<quint64>(block.count), DecodeEntries(block));
   if (acquisition::IsRateType(dataType_)) {
     Pause(acquisition::RatePauseMs);
   }
 }
 
-void Source_Thread::DecodeEntries(std::span<const board::Entry> entries) {
-  const acquisition::DecodeSettings settings{dataType_, endpointPath_, expression_.Get(),
+korvax::Fates Source_Thread::DecodeEntries(const board::ReadBlock& block) {
+  const auto count = static_cast<std::size_t>(block.count);
+  korvax::Fates fates;
+  if (block.entries == nullptr || block.count > acquisition::MostEntries) {
+    fates[korvax::Fate::Refused] = count;
+    return fates;
+  }
+  calibration_.Use(expression_.Get());
+  const acquisition::DecodeSettings settings{dataType_, &calibration_,
                                              useBoardKev_.load(std::memory_order_relaxed), &clock_};
-  acquisition::Decode(entries, settings, [this](std::unique_ptr<PayloadBatch> batch) { Push(std::move(batch)); });
+  const std::span entries(reinterpret_cast<const board::Entry*>(block.entries), count);
+  const std::size_t decoded = acquisition::Decode(
+      entries, settings, [this](std::unique_ptr<PayloadBatch> batch) { Push(std::move(batch)); });
+  fates[korvax::Fate::Decoded] = decoded;
+  fates[korvax::Fate::PassedOver] = count - decoded;
+  return fates;
 }
 
 void Source_Thread::Push(std::unique_ptr<PayloadBatch> batch) {
   DataMessage message;
   message.dataType = dataType_;
   message.endpointPath = endpointPath_;
+  account_.BookMade(batch->Size());
   message.batch = std::move(batch);
   outputs_.front()->Push(std::move(message));
 }

@@ -3,6 +3,7 @@
 #include "acquisition/AcquisitionClock.h"
 #include "acquisition/DataDistructorSource.h"
 #include "acquisition/Decoder.h"
+#include "acquisition/EnergyCalibration.h"
 #include "acquisition/SourceBinding.h"
 #include "framework/KorvaxBlock.h"
 #include "framework/Lock.h"
@@ -31,6 +32,9 @@ public:
   /// The same, and waits for the thread.
   void Stop();
 
+  /// Received are the entries that the board handed out.
+  const korvax::Account& Records() const { return account_; }
+
 protected:
   void run() override;
 
@@ -38,7 +42,7 @@ private:
   void StartWaveEndpoint() const;
   bool ReadOnce();
   void DecodeBlock(board::ReadBlock& block);
-  void DecodeEntries(std::span<const board::Entry> entries);
+  korvax::Fates DecodeEntries(const board::ReadBlock& block);
   void Push(std::unique_ptr<PayloadBatch> batch);
   void Pause(unsigned long milliseconds);
   bool IsStopping() const { return stopping_.load(std::memory_order_relaxed); }
@@ -50,6 +54,8 @@ private:
   const KorvaxBlock::OutputPins& outputs_;
   const DataDistructorSource* const distructor_;
   const std::atomic<double>& downloadIntervalMs_;
+  korvax::Account account_;
+  EnergyCalibration calibration_;  // worker
 
   // Written by the main thread, read by the worker.
   korvax::Guarded<QString> expression_;

@@ -41,15 +41,18 @@ std::unique_ptr<KorvaxPayload_Wave> WaveOf(const board::WaveGroupRecord& group, 
 
 }  // namespace
 
-void DecodeWaveform(std::span<const board::Entry> entries, const BatchSink& sink) {
+std::size_t DecodeWaveform(std::span<const board::Entry> entries, const BatchSink& sink) {
   auto waves = std::make_unique<KorvaxPayload_Waves>();
+  std::size_t decoded = 0;
   for (const board::Entry& entry : entries) {
     const auto* group = static_cast<const board::WaveGroupRecord*>(entry.record);
     if (group == nullptr) {
       continue;
     }
     SetHeader(*waves, *group);
-    const qint32 count = IsPlausible(*group) ? group->waves : 0;
+    const bool isPlausible = IsPlausible(*group);
+    decoded += isPlausible || group->waves == 0 ? 1U : 0U;
+    const qint32 count = isPlausible ? group->waves : 0;
     for (qint32 w = 0; w < count; ++w) {
       waves->waves.push_back(WaveOf(*group, w));
     }
@@ -59,6 +62,7 @@ void DecodeWaveform(std::span<const board::Entry> entries, const BatchSink& sink
   batch->timestamp = waves->timestamp;
   batch->records.push_back(std::move(waves));
   sink(std::move(batch));
+  return decoded;
 }
 
 }  // namespace acquisition

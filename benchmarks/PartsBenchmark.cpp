@@ -2,6 +2,7 @@
 // an array. One iteration is one block of 1000 events.
 
 #include "acquisition/Decoder.h"
+#include "acquisition/EnergyCalibration.h"
 #include "benchmarks/RatioReporter.h"
 #include "benchmarks/RawBlock.h"
 #include "framework/ByteWriter.h"
@@ -27,8 +28,9 @@ const bench::RawBlock& Block() {
 }
 
 std::unique_ptr<PayloadBatch> DecodeBlock(const QString& expression = {}) {
-  const acquisition::DecodeSettings settings{QStringLiteral("energy"), QStringLiteral("B\\E"), expression, false,
-                                             nullptr};
+  static EnergyCalibration calibration;
+  calibration.Use(expression);
+  const acquisition::DecodeSettings settings{QStringLiteral("energy"), &calibration, false, nullptr};
   std::unique_ptr<PayloadBatch> decoded;
   acquisition::Decode(Block().Entries(), settings,
                       [&](std::unique_ptr<PayloadBatch> batch) { decoded = std::move(batch); });
@@ -92,11 +94,7 @@ BENCHMARK(PushAndPop);
 void Clone(benchmark::State& state) {
   const auto batch = DecodeBlock();
   for (auto _ : state) {
-    std::vector<std::unique_ptr<KorvaxPayload>> copies;
-    copies.reserve(batch->records.size());
-    for (const auto& record : batch->records) {
-      copies.push_back(record->Clone());
-    }
+    const EnergyEvents copies = batch->events;
     benchmark::DoNotOptimize(copies.data());
   }
   CountEvents(state);
@@ -107,10 +105,9 @@ void CountSpectrum(benchmark::State& state) {
   const auto batch = DecodeBlock();
   korvax::CountGrid counts(Channels, Bins);
   for (auto _ : state) {
-    for (const auto& record : batch->records) {
-      const auto* event = korvax::PayloadCast<KorvaxPayload_Energy>(record.get());
-      counts.Count(korvax::ClampIndex(static_cast<qint32>(event->channel), Channels),
-                   korvax::ClampIndex(korvax::TruncateToBin(event->energyRaw * 1.0), Bins));
+    for (const KorvaxPayload_Energy& event : batch->events) {
+      counts.Count(korvax::ClampIndex(static_cast<qint32>(event.channel), Channels),
+                   korvax::ClampIndex(korvax::TruncateToBin(event.energyRaw * 1.0), Bins));
     }
   }
   CountEvents(state);
@@ -123,8 +120,8 @@ void WriteRecords(benchmark::State& state, quint32 format) {
   korvax::ByteWriter buffer;
   for (auto _ : state) {
     buffer.Clear();
-    for (const auto& record : batch->records) {
-      record->Write(format, buffer);
+    for (const KorvaxPayload_Energy& event : batch->events) {
+      event.Write(format, buffer);
     }
     benchmark::DoNotOptimize(buffer.View().data());
   }

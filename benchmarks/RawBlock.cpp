@@ -4,8 +4,9 @@
 
 namespace bench {
 
-RawBlock::RawBlock(std::size_t events, quint32 channels, quint32 energies) : records_(events), entries_(events) {
-  std::mt19937 random(1);
+RawBlock::RawBlock(std::size_t events, quint32 channels, quint32 energies, quint32 seed)
+    : records_(events), entries_(events) {
+  std::mt19937 random(seed);
   for (std::size_t i = 0; i < events; ++i) {
     board::EnergyRecord& record = records_[i];
     record = {};

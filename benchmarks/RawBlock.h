@@ -11,7 +11,7 @@ namespace bench {
 class RawBlock {
 public:
   /// Channels and energies are spread evenly by a fixed sequence, so that every run counts the same.
-  RawBlock(std::size_t events, quint32 channels, quint32 energies);
+  RawBlock(std::size_t events, quint32 channels, quint32 energies, quint32 seed = 1);
 
   std::span<const board::Entry> Entries() const { return entries_; }
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-using Events = std::vector<korvax::OrderBuffer::Event>;
+using Events = EnergyEvents;
 
 constexpr int EventsPerMessage = 1000;
 constexpr quint64 Spacing = 1;  // some hundred events a group, so that groups cost little
@@ -22,8 +22,7 @@ public:
     Events events;
     events.reserve(EventsPerMessage);
     for (int i = 0; i < EventsPerMessage; ++i) {
-      auto& event = events.emplace_back(std::make_unique<KorvaxPayload_Energy>());
-      event->timestamp = ++made_ * Spacing + Spacing * (random_() % 50);
+      events.emplace_back().timestamp = ++made_ * Spacing + Spacing * (random_() % 50);
     }
     return events;
   }
@@ -51,7 +50,7 @@ void OrderBuffer(benchmark::State& state) {
   Stream stream;
   korvax::OrderBuffer buffer;
   for (auto _ : state) {
-    buffer.Add(stream.Next());
+    buffer.Add(stream.Next(), 0);
     while (buffer.Size() > waiting) {
       benchmark::DoNotOptimize(buffer.TakeGroup());
     }
@@ -66,7 +65,7 @@ void SortAnew(benchmark::State& state) {
   Events buffer;
   for (auto _ : state) {
     std::ranges::move(stream.Next(), std::back_inserter(buffer));
-    std::ranges::sort(buffer, {}, [](const auto& event) { return event->timestamp; });
+    std::ranges::sort(buffer, {}, &KorvaxPayload_Energy::timestamp);
     if (buffer.size() > waiting) {
       buffer.erase(buffer.begin(), buffer.end() - static_cast<std::ptrdiff_t>(waiting));
     }

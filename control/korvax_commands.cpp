@@ -1,6 +1,7 @@
 #include "control/korvax_commands.h"
 
 #include "acquisition/Source.h"
+#include "control/Ledger.h"
 #include "control/StorageSettings.h"
 #include "framework/Answers.h"
 #include "recording/DataDumper.h"
@@ -78,6 +79,8 @@ void korvax_commands::InterpretMessage(QString* data_in, QString* data_out) {
     data_out->append(StartDump(message));
   } else if (command == QLatin1String("get_run_info")) {
     AppendRunInfo(*data_out);
+  } else if (command == QLatin1String("get_ledger")) {
+    AppendLedger(message, *data_out);
   } else if (Obey(command)) {
     data_out->append(korvax::answers::Success());
   }
@@ -149,6 +152,14 @@ void korvax_commands::AppendRunInfo(QString& out) const {
     separator = ",";
   });
   out.append(QLatin1Char(']'));
+}
+
+void korvax_commands::AppendLedger(const QJsonObject& message, QString& out) const {
+  korvax::Ledger ledger = korvax::Ledger::Of(*Context().blocks);
+  if (message.contains(QLatin1String("block"))) {
+    ledger.KeepOnly(message["block"].toString());
+  }
+  out.append(QLatin1String("{\"ledger\":") + ledger.ToJson() + QLatin1Char('}'));
 }
 
 void korvax_commands::TellHighVoltage(const QString& message) const {

@@ -27,5 +27,7 @@ private:
   QString StartDump(const QJsonObject& message) const;
   void RestartAcquisition() const;
   void AppendRunInfo(QString& out) const;
+  /// Of all blocks, or of the one that the message names.
+  void AppendLedger(const QJsonObject& message, QString& out) const;
   void TellHighVoltage(const QString& message) const;
 };

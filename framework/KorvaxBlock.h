@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/Account.h"
 #include "framework/ChainContext.h"
 #include "framework/PinInput.h"
 #include "framework/PinOutput.h"
@@ -45,6 +46,10 @@ public:
   /// Joins the block's worker, if it has one, after it has consumed what reached it. Called in chain order at
   /// the end of the process, and by the destructor of every block that has a worker.
   virtual void StopWorker() {}
+
+  /// What became of the records that reached the block; null for a block that none reach. Its reading is for any
+  /// thread.
+  virtual const korvax::Account* Records() const { return nullptr; }
 
 protected:
   KorvaxBlock(const QString& blockType, bool dumpCapable, const ChainContext& context, QObject* parent);

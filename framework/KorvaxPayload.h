@@ -33,20 +33,37 @@ public:
   virtual bool Write(quint32 format, korvax::ByteWriter& out) const = 0;
 
   Kind PayloadKind() const { return kind_; }
+  /// "energy", "waveform" or "rate_counters" after the kind; empty in a copy of a wave. Always a literal.
+  QLatin1String TypeText() const { return named_ ? TextOf(kind_) : QLatin1String(); }
 
-  /// "energy", "waveform", "rate_counters" or empty. Always a literal: it costs no allocation and no counting.
-  QLatin1String typeText;
   /// How many events the record stands for in run statistics.
   qint32 count = 0;
 
 protected:
-  KorvaxPayload(Kind kind, QLatin1String text, qint32 eventCount)
-      : typeText(text), count(eventCount), kind_(kind) {}
+  KorvaxPayload(Kind kind, qint32 eventCount) : count(eventCount), kind_(kind) {}
   KorvaxPayload(const KorvaxPayload&) = default;
-  KorvaxPayload& operator=(const KorvaxPayload&) = delete;
+  KorvaxPayload& operator=(const KorvaxPayload&) = default;
+
+  /// Takes the type text away.
+  void Unname() { named_ = false; }
 
 private:
+  static QLatin1String TextOf(Kind kind) {
+    switch (kind) {
+      case Kind::Energy:
+        return QLatin1String("energy");
+      case Kind::RateCounters:
+        return QLatin1String("rate_counters");
+      case Kind::Wave:
+      case Kind::Waves:
+        break;
+    }
+    return QLatin1String("waveform");
+  }
+
+  // Small, and last: the members of events stand in the room behind them.
   Kind kind_;
+  bool named_ = true;
 };
 
 namespace korvax {

@@ -3,7 +3,7 @@
 #include "framework/ByteWriter.h"
 
 KorvaxPayload_RateCounters::KorvaxPayload_RateCounters(quint32 channels)
-    : KorvaxPayload(StaticKind, QLatin1String("rate_counters"), 1),
+    : KorvaxPayload(StaticKind, 1),
       channelCount(channels),
       ratesIn(channels),
       countersIn(channels),

@@ -2,7 +2,7 @@
 
 std::unique_ptr<KorvaxPayload> KorvaxPayload_Wave::Clone() const {
   auto copy = std::make_unique<KorvaxPayload_Wave>();
-  copy->typeText = QLatin1String();
+  copy->Unname();
   copy->analog = analog;
   copy->digital = digital;
   return copy;

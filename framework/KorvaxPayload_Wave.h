@@ -9,7 +9,7 @@ class KorvaxPayload_Wave final : public KorvaxPayload {
 public:
   static constexpr Kind StaticKind = Kind::Wave;
 
-  KorvaxPayload_Wave() : KorvaxPayload(StaticKind, QLatin1String("waveform"), 0) {}
+  KorvaxPayload_Wave() : KorvaxPayload(StaticKind, 0) {}
 
   /// Carries over the two sample vectors only: the copy's type text is empty, its count and wave words are 0.
   std::unique_ptr<KorvaxPayload> Clone() const override;

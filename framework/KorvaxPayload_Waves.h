@@ -9,7 +9,7 @@ class KorvaxPayload_Waves final : public KorvaxPayload {
 public:
   static constexpr Kind StaticKind = Kind::Waves;
 
-  KorvaxPayload_Waves() : KorvaxPayload(StaticKind, QLatin1String("waveform"), 0) {}
+  KorvaxPayload_Waves() : KorvaxPayload(StaticKind, 0) {}
 
   /// Clones every wave in order; the header below stays behind (0 in the copy).
   std::unique_ptr<KorvaxPayload> Clone() const override;

@@ -18,6 +18,8 @@ int PinInput::Pop(DataMessage& out) {
     if (!upstream->Take(taken)) {
       return Empty;
     }
+    const quint64 records = taken.batch == nullptr ? 0 : taken.batch->Size();
+    takenRecords_.store(takenRecords_.load(std::memory_order_relaxed) + records, std::memory_order_relaxed);
   }
   out = std::move(taken);  // what `out` held before dies here, outside the locks
   return Taken;
@@ -28,16 +30,16 @@ void PinInput::NewDataInTheOutputPin(int FifoLevel) {
 }
 
 int PinInput::Level() const {
-  const PinOutput* const upstream = upstream_.load(std::memory_order_acquire);
+  const PinOutput* const upstream = Upstream();
   return upstream == nullptr ? 0 : upstream->Level();
 }
 
 quint64 PinInput::AcceptedMessages() const {
-  const PinOutput* const upstream = upstream_.load(std::memory_order_acquire);
+  const PinOutput* const upstream = Upstream();
   return upstream == nullptr ? 0 : upstream->AcceptedMessages();
 }
 
 quint64 PinInput::DroppedRecords() const {
-  const PinOutput* const upstream = upstream_.load(std::memory_order_acquire);
+  const PinOutput* const upstream = Upstream();
   return upstream == nullptr ? 0 : upstream->DroppedRecords();
 }

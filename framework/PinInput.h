@@ -24,6 +24,10 @@ public:
   int Level() const;
   quint64 AcceptedMessages() const;
   quint64 DroppedRecords() const;
+  /// The linked output pin; null without one. Any thread.
+  const PinOutput* Upstream() const { return upstream_.load(std::memory_order_acquire); }
+  /// Records that this pin has moved out. Any thread.
+  quint64 TakenRecords() const { return takenRecords_.load(std::memory_order_relaxed); }
 
 signals:
   /// The number is informative only: never count messages by it.
@@ -35,5 +39,6 @@ public slots:
 private:
   const QString name_;
   QMutex mutex_;
+  std::atomic<quint64> takenRecords_ = 0;       // written under mutex_
   std::atomic<PinOutput*> upstream_ = nullptr;  // a worker may already be running while its pin is linked
 };

@@ -1,12 +1,19 @@
 #pragma once
 
-#include "framework/DataMessage.h"
 #include "framework/Lock.h"
+#include "framework/MessageQueue.h"
 
 #include <QObject>
 
 #include <atomic>
-#include <deque>
+
+/// What a pin knows of its records.
+struct PinCounts {
+  quint64 pushed = 0;   ///< accepted
+  quint64 dropped = 0;  ///< refused, because the queue was full
+  quint64 taken = 0;
+  quint64 waiting = 0;
+};
 
 /// The producing end of a link: a first-in first-out queue of at most Limit messages. One producer thread
 /// pushes, one consumer takes (through the linked PinInput). Signals only wake the consumer; data moves
@@ -35,7 +42,9 @@ public:
   /// Messages accepted since the pin was made. Any thread.
   quint64 AcceptedMessages() const { return acceptedMessages_.load(std::memory_order_relaxed); }
   /// Records that died in Push since the pin was made, because the queue was full. Any thread.
-  quint64 DroppedRecords() const { return droppedRecords_.load(std::memory_order_relaxed); }
+  quint64 DroppedRecords() const { return Counts().dropped; }
+  /// All since the pin was made, as of one moment. Any thread.
+  PinCounts Counts() const;
 
 signals:
   /// Once for each accepted message, with the queue's size just after it was appended.
@@ -43,9 +52,9 @@ signals:
 
 private:
   const QString name_;
-  QMutex mutex_;
-  std::deque<DataMessage> queue_;              // guarded by mutex_
+  mutable QMutex mutex_;
+  korvax::MessageQueue queue_;                 // guarded by mutex_
+  PinCounts counts_;                           // guarded by mutex_
   std::atomic<int> size_ = 0;                  // size of queue_, written under mutex_
   std::atomic<quint64> acceptedMessages_ = 0;  // written under mutex_
-  std::atomic<quint64> droppedRecords_ = 0;
 };

@@ -2,7 +2,8 @@
 
 namespace korvax {
 
-WorkerThread::WorkerThread(const KorvaxBlock::InputPins& inputs) : inputs_(inputs) {}
+WorkerThread::WorkerThread(const KorvaxBlock::InputPins& inputs, std::vector<Fate> fates)
+    : inputs_(inputs), account_(std::move(fates)) {}
 
 WorkerThread::~WorkerThread() {
   Q_ASSERT(!isRunning());
@@ -37,9 +38,16 @@ void WorkerThread::Drain() {
     if (inputs_.front()->Pop(message) != PinInput::Taken) {
       break;
     }
+    const quint64 received = message.batch == nullptr ? 0 : message.batch->Size();
     Consume(std::move(message));
+    PostBooked(received);
   }
   AfterDrain();
+  PostBooked(0);
+}
+
+void WorkerThread::PostBooked(quint64 received) {
+  account_.Book(received, std::exchange(booked_, {}), Waiting());
 }
 
 void WorkerThread::run() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/Account.h"
 #include "framework/KorvaxBlock.h"
 #include "framework/Lock.h"
 
@@ -24,9 +25,11 @@ public:
   /// thread. Stop the producers first. Main thread.
   void Stop();
 
+  const Account& Records() const { return account_; }
+
 protected:
-  /// The pin list belongs to the block and outlives the worker.
-  explicit WorkerThread(const KorvaxBlock::InputPins& inputs);
+  /// The pin list belongs to the block and outlives the worker. The fates are those that the worker books.
+  explicit WorkerThread(const KorvaxBlock::InputPins& inputs, std::vector<Fate> fates = {});
   ~WorkerThread() override;
 
   /// The block's own work on one message; the message and its records end with the call unless moved on.
@@ -39,13 +42,25 @@ protected:
   /// The block's last work, after the last message. Worker thread, once.
   virtual void Finish() {}
 
+  /// So many of the records in hand have this fate. Every record of a message is booked, or counted among those
+  /// that wait inside, by the end of Consume. Worker thread.
+  void Book(Fate fate, quint64 records) { booked_[fate] += records; }
+  void Book(const Fates& fates) { booked_ += fates; }
+  /// How many records the worker holds back at the moment. Worker thread.
+  virtual quint64 Waiting() const { return 0; }
+  /// Before they are pushed. Worker thread.
+  void BookMade(quint64 records) { account_.BookMade(records); }
+
   void run() override;
 
 private:
   bool WaitForWake();
   void Drain();
+  void PostBooked(quint64 received);
 
   const KorvaxBlock::InputPins& inputs_;
+  Account account_;
+  Fates booked_;  // worker: what isn't in the account yet
   QMutex mutex_;
   QWaitCondition wake_;
   std::atomic<bool> stopping_ = false;  // written under mutex_, so that no stop is missed

@@ -8,6 +8,7 @@ std::unique_ptr<PayloadBatch> Copy(const PayloadBatch& batch) {
   auto copy = std::make_unique<PayloadBatch>();
   copy->dataType = batch.dataType;
   copy->timestamp = batch.timestamp;
+  copy->events = batch.events;
   copy->records.reserve(batch.records.size());
   for (const auto& record : batch.records) {
     copy->records.push_back(record->Clone());
@@ -44,12 +45,19 @@ void Process_Tee::NewDataInTheInputPin(int /*FifoLevel*/) {
   }
 }
 
-void Process_Tee::CopyToOutputs(const DataMessage& message) {
+void Process_Tee::CopyToOutputs(DataMessage& message) {
   if (message.batch == nullptr) {
     return;
   }
+  korvax::Fates fates;
+  fates[korvax::Fate::Copied] = message.batch->Size();
+  account_.BookMade(message.batch->Size());
   for (const auto& output : Outputs()) {
-    output->Push({message.dataType, message.endpointPath, message.word1, message.word2, Copy(*message.batch),
+    // A copy of events shows no difference to them, one of waves does.
+    const bool takesOriginal = output == Outputs().back() && message.batch->records.empty();
+    auto batch = takesOriginal ? std::move(message.batch) : Copy(*message.batch);
+    output->Push({message.dataType, message.endpointPath, message.word1, message.word2, std::move(batch),
                   message.word3, message.word4});
   }
+  account_.Book(fates[korvax::Fate::Copied], fates);
 }

@@ -15,10 +15,13 @@ public:
 
   /// There is no worker: copies what still waits, so that nothing is lost at the end of the process.
   void StopWorker() override { NewDataInTheInputPin(0); }
+  const korvax::Account* Records() const override { return &account_; }
 
 public slots:
   void NewDataInTheInputPin(int FifoLevel);
 
 private:
-  void CopyToOutputs(const DataMessage& message);
+  void CopyToOutputs(DataMessage& message);
+
+  korvax::Account account_{{korvax::Fate::Copied}};
 };

@@ -15,6 +15,7 @@ public:
   /// "n_windows" and "timestamp_delta"; fixed at construction. Always true.
   bool ParseParameters(const QJsonValue& block) override;
   void StopWorker() override;
+  const korvax::Account* Records() const override { return &worker_->Records(); }
 
   const SortingSettings& Settings() const { return worker_->Settings(); }
 

@@ -2,10 +2,16 @@
 
 #include <QtDebug>
 
+using korvax::Fate;
+
 Time_Sorting_Thread::Time_Sorting_Thread(const KorvaxBlock::InputPins& inputs,
                                          const KorvaxBlock::OutputPins& outputs, const QString& blockName,
                                          const SortingSettings& settings, const korvax::Clock& clock)
-    : WorkerThread(inputs), outputs_(outputs), blockName_(blockName), settings_(settings), clock_(clock) {}
+    : WorkerThread(inputs, {Fate::Grouped, Fate::DroppedFull, Fate::Other}),
+      outputs_(outputs),
+      blockName_(blockName),
+      settings_(settings),
+      clock_(clock) {}
 
 void Time_Sorting_Thread::Consume(DataMessage&& message) {
   const auto batch = std::move(message.batch);
@@ -14,24 +20,29 @@ void Time_Sorting_Thread::Consume(DataMessage&& message) {
   now_ = static_cast<quint64>(static_cast<qint64>(static_cast<double>(clock_.NanosecondsSinceEpoch()) / 1000.0));
   if (buffer_.IsFull()) {
     qInfo() << "Order buffer full!";
+    Book(Fate::DroppedFull, batch == nullptr ? 0 : batch->Size());
   } else if (batch != nullptr) {
-    buffer_.Add(TakeEvents(*batch));
+    TakeIn(*batch);
   }
 }
 
-std::vector<korvax::OrderBuffer::Event> Time_Sorting_Thread::TakeEvents(PayloadBatch& batch) {
-  std::vector<korvax::OrderBuffer::Event> events;
-  events.reserve(batch.records.size());
-  for (auto& record : batch.records) {
-    if (korvax::PayloadCast<KorvaxPayload_Energy>(record.get()) != nullptr) {
-      auto& event = events.emplace_back(static_cast<KorvaxPayload_Energy*>(record.release()));
-      event->arrivalTime = static_cast<qint64>(now_);
-    } else if (!std::exchange(strangersLogged_, true)) {
-      qInfo() << "Time sorting" << blockName_ << "discards records of type" << record->typeText
-              << ": only energy events can be sorted. Connect it to a source of those";
-    }
+void Time_Sorting_Thread::TakeIn(const PayloadBatch& batch) {
+  buffer_.Add(batch.events, static_cast<qint64>(now_));
+  for (const auto& record : batch.records) {
+    TakeInRecord(*record);
   }
-  return events;
+}
+
+void Time_Sorting_Thread::TakeInRecord(const KorvaxPayload& record) {
+  if (const auto* event = korvax::PayloadCast<KorvaxPayload_Energy>(&record)) {
+    buffer_.Add({event, 1}, static_cast<qint64>(now_));
+    return;
+  }
+  Book(Fate::Other, 1);
+  if (!std::exchange(strangersLogged_, true)) {
+    qInfo() << "Time sorting" << blockName_ << "discards records of type" << record.TypeText()
+            << ": only energy events can be sorted. Connect it to a source of those";
+  }
 }
 
 void Time_Sorting_Thread::AfterDrain() {
@@ -44,6 +55,9 @@ void Time_Sorting_Thread::AfterDrain() {
 }
 
 void Time_Sorting_Thread::Emit(std::unique_ptr<PayloadBatch> group) {
+  const quint64 records = group->Size();
+  BookMade(records);
+  Book(Fate::Grouped, records);
   outputs_.front()->Push({envelope_.dataType, envelope_.endpointPath, envelope_.word1, envelope_.word2,
                           std::move(group), envelope_.word3, envelope_.word4});
 }

@@ -23,9 +23,11 @@ protected:
   void Consume(DataMessage&& message) override;
   void AfterDrain() override;
   void Finish() override;
+  quint64 Waiting() const override { return buffer_.Size(); }
 
 private:
-  std::vector<korvax::OrderBuffer::Event> TakeEvents(PayloadBatch& batch);
+  void TakeIn(const PayloadBatch& batch);
+  void TakeInRecord(const KorvaxPayload& record);
   void Emit(std::unique_ptr<PayloadBatch> group);
 
   const KorvaxBlock::OutputPins& outputs_;

@@ -13,6 +13,7 @@ public:
   ~DataDumper() override;
 
   void StopWorker() override;
+  const korvax::Account* Records() const override { return &worker_->Records(); }
 
   /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
   void StartRun(const korvax::DumpSettings& settings);

@@ -2,7 +2,7 @@
 
 DataDumper_Thread::DataDumper_Thread(const KorvaxBlock::InputPins& inputs, const QString& blockName,
                                      const korvax::Clock& clock)
-    : WorkerThread(inputs),
+    : WorkerThread(inputs, korvax::RunRecorder::PossibleFates()),
       clock_(clock),
       control_(*inputs.front(), {.runId = QStringLiteral("0")}),
       recorder_(blockName, control_, statistics_, clock) {}
@@ -28,4 +28,5 @@ void DataDumper_Thread::Consume(DataMessage&& message) {
   static const PayloadBatch empty;
   const auto batch = std::move(message.batch);
   recorder_.Take(batch == nullptr ? empty : *batch);
+  Book(recorder_.TakeFates());
 }

@@ -46,8 +46,13 @@ DumpOrder DumpControl::TakeOrder(quint64 records) {
   const Lock lock(mutex_);
   ++ordersTaken_;
   CountUnrecorded(records);
-  return {order_.status, std::exchange(order_.begun, false), std::exchange(order_.stopped, false), order_.runs,
-          order_.stops,  OwnSettings(order_.settings)};
+  return {order_.status,
+          std::exchange(order_.begun, false),
+          failing_,
+          std::exchange(order_.stopped, false),
+          order_.runs,
+          order_.stops,
+          OwnSettings(order_.settings)};
 }
 
 void DumpControl::CountUnrecorded(quint64 records) {

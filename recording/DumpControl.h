@@ -15,6 +15,7 @@ enum class DumpStatus : int { Stopped = 0, Recording = 1, Paused = 2 };
 struct DumpOrder {
   DumpStatus status = DumpStatus::Stopped;
   bool begun = false;    ///< a run was started since the order before
+  bool failing = false;  ///< recording has stopped by itself
   bool stopped = false;  ///< recording was stopped since the order before, even when it goes on by now
   quint64 runs = 0;      ///< how often a run was started, ever
   quint64 stops = 0;     ///< how often recording was stopped, ever

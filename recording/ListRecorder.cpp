@@ -17,7 +17,7 @@ ListRecorder::ListRecorder(const QString& blockName, DumpControl& control, RunSt
     : RunRecorder(blockName, control, clock), statistics_(statistics), runTimer_(clock), rateTimer_(clock) {}
 
 void ListRecorder::Take(const PayloadBatch& batch) {
-  const DumpOrder order = TakeOrder(batch.records.size());
+  const DumpOrder order = TakeOrder(batch.Size());
   if (order.status == DumpStatus::Recording) {
     Record(batch, order);
   }
@@ -27,11 +27,11 @@ void ListRecorder::Record(const PayloadBatch& batch, const DumpOrder& order) {
   const FileForm form = FileFormOf(order.settings.fileType);
   const qint64 index = fileIndex_;  // of all names below, whatever a rollover makes of it
   if (!PrepareFile(order, index, form)) {
-    Fail(order, batch.records.size());
+    Fail(order, batch.Size());
     return;
   }
   const Appended appended = Append(batch, form);
-  control_.Count(order, {.discarded = appended.leftOut});
+  Count(order, {.discarded = appended.leftOut});
   if (WriteBuffer(order, appended.written)) {
     countInFile_ += appended.events;
     Report(order, index, appended);
@@ -78,15 +78,15 @@ bool ListRecorder::OpenListFile(const DumpOrder& order, qint64 index, FileForm f
 ListRecorder::Appended ListRecorder::Append(const PayloadBatch& batch, FileForm form) {
   Appended appended;
   buffer_.Clear();
-  for (const auto& record : batch.records) {
+  ForEachRecord(batch, [&](const auto& record) {
     if (form == FileForm::Json && !fileOpenNeeded_) {
       buffer_.Text(",\n");
     }
-    appended.written += record->Write(static_cast<quint32>(form), buffer_) ? 1U : 0U;
-    appended.events += record->count;
+    appended.written += record.Write(static_cast<quint32>(form), buffer_) ? 1U : 0U;
+    appended.events += record.count;
     fileOpenNeeded_ = false;
-  }
-  appended.leftOut = batch.records.size() - appended.written;
+  });
+  appended.leftOut = batch.Size() - appended.written;
   return appended;
 }
 
@@ -94,7 +94,7 @@ void ListRecorder::Report(const DumpOrder& order, qint64 index, const Appended& 
   StatLine line;
   line.runningTime = static_cast<double>(runTimer_.ElapsedMs()) / 1000.0;
   line.usedSpace = file_.Size();
-  const bool isCurrent = control_.Count(order, {.recorded = appended.written}, [&] {
+  const bool isCurrent = Count(order, {.recorded = appended.written}, [&] {
     statistics_.runningTime = line.runningTime;
     statistics_.storedEvents += static_cast<quint64>(appended.events);
     statistics_.usedSpace = line.usedSpace;

@@ -22,7 +22,7 @@ void RateRecorder::Record(std::span<const RateHistory::Record> records, const Du
     OpenRateFile(order, form);
   }
   if (!file_.IsOpen()) {
-    control_.Count(order, {.failed = records.size()});
+    Count(order, {.failed = records.size()});
     return;
   }
   buffer_.Clear();
@@ -30,9 +30,9 @@ void RateRecorder::Record(std::span<const RateHistory::Record> records, const Du
     Append(*record, form);
   }
   const quint64 written = form == FileForm::Unknown ? 0 : records.size();
-  control_.Count(order, {.discarded = records.size() - written});
+  Count(order, {.discarded = records.size() - written});
   if (WriteBuffer(order, written)) {
-    control_.Count(order, {.recorded = written});
+    Count(order, {.recorded = written});
   }
 }
 

@@ -14,8 +14,26 @@ constexpr std::size_t LargestKeptBuffer = std::size_t{16} << 20;
 RunRecorder::RunRecorder(const QString& blockName, DumpControl& control, const Clock& clock)
     : blockName_(blockName), control_(control), clock_(clock) {}
 
+const std::vector<Fate>& RunRecorder::PossibleFates() {
+  static const std::vector<Fate> fates{Fate::Written,     Fate::Overwritten,  Fate::NotWritten, Fate::LeftOut,
+                                       Fate::WhilePaused, Fate::WhileStopped, Fate::Other};
+  return fates;
+}
+
+void RunRecorder::BookFates(const DumpCounts& counts) {
+  fates_[Fate::Written] += counts.recorded - counts.overwritten;
+  fates_[Fate::Overwritten] += counts.overwritten;
+  fates_[Fate::NotWritten] += counts.failed;
+  fates_[Fate::LeftOut] += counts.discarded;
+}
+
 DumpOrder RunRecorder::TakeOrder(quint64 records) {
   DumpOrder order = control_.TakeOrder(records);
+  if (order.status == DumpStatus::Paused) {
+    fates_[Fate::WhilePaused] += records;
+  } else if (order.status == DumpStatus::Stopped) {
+    fates_[order.failing ? Fate::NotWritten : Fate::WhileStopped] += records;
+  }
   if (order.stopped) {
     Finish();
   }
@@ -46,7 +64,7 @@ RunFile::Result RunRecorder::OpenFile(const DumpOrder& order, const QString& pat
   const RunFile::Result result = file_.Open(path, form, head);
   if (const quint64 records = file_.TakeOverwritten(); records != 0) {
     qInfo() << "Run file" << path << "is used again: its" << records << "records are given up";
-    control_.Count(order, {.overwritten = records});
+    Count(order, {.overwritten = records});
   }
   return result;
 }
@@ -70,7 +88,7 @@ bool RunRecorder::WriteBuffer(const DumpOrder& order, quint64 records) {
 }
 
 void RunRecorder::Fail(const DumpOrder& order, quint64 records) {
-  control_.Count(order, {.failed = records});
+  Count(order, {.failed = records});
   control_.StopAfterFailure(order);
   file_.Close();
   BeginAnew();

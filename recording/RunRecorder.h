@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/Account.h"
 #include "framework/ByteWriter.h"
 #include "framework/Clock.h"
 #include "recording/DumpControl.h"
@@ -11,13 +12,30 @@ namespace korvax {
 /// records. Needs no thread of its own; one thread at a time.
 class RunRecorder {
 public:
+  /// The fates that recorders book, and Other for records of another kind.
+  static const std::vector<Fate>& PossibleFates();
+
   /// Closes the file, if one is open. The next record begins a dump at index 0.
   void Finish();
+
+  /// What became of the records taken since this was last asked.
+  Fates TakeFates() { return std::exchange(fates_, {}); }
 
 protected:
   /// The control and the clock outlive the recorder.
   RunRecorder(const QString& blockName, DumpControl& control, const Clock& clock);
   ~RunRecorder() = default;
+
+  /// Books what became of records; where run control counts them for the run in force, there too.
+  void Count(const DumpOrder& order, const DumpCounts& counts) {
+    Count(order, counts, [] {});
+  }
+  /// The same, with DumpControl's `more`.
+  template <typename More>
+  bool Count(const DumpOrder& order, const DumpCounts& counts, More more) {
+    BookFates(counts);
+    return control_.Count(order, counts, more);
+  }
 
   /// The order for a message of so many records. What a stop has ended is finished by then.
   DumpOrder TakeOrder(quint64 records);
@@ -47,6 +65,9 @@ protected:
 
 private:
   void BeginAnew();
+  void BookFates(const DumpCounts& counts);
+
+  Fates fates_;
 };
 
 }  // namespace korvax

@@ -21,6 +21,7 @@ public:
   /// true.
   bool ParseParameters(const QJsonValue& block) override;
   void StopWorker() override;
+  const korvax::Account* Records() const override { return &worker_->Records(); }
 
   void ConfigureDump(int dump_events, const QString& file_type, const QString& file_path);
   /// Begins a run: all counts from 0. A file that is still open goes on.

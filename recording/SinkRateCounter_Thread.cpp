@@ -2,7 +2,7 @@
 
 SinkRateCounter_Thread::SinkRateCounter_Thread(const KorvaxBlock::InputPins& inputs, const QString& blockName,
                                                std::size_t historyDepth)
-    : WorkerThread(inputs),
+    : WorkerThread(inputs, korvax::RunRecorder::PossibleFates()),
       control_(*inputs.front(), {.filePath = QStringLiteral("/tmp"), .runId = QStringLiteral("run_0")}),
       history_(historyDepth),
       recorder_(blockName, control_) {}
@@ -20,4 +20,6 @@ void SinkRateCounter_Thread::Consume(DataMessage&& message) {
     }
   }
   recorder_.Take(rates);
+  Book(recorder_.TakeFates());
+  Book(korvax::Fate::Other, batch == nullptr ? 0 : batch->Size() - rates.size());
 }

@@ -16,6 +16,7 @@ public:
   /// Joins the worker, which knows nothing of the derived class.
   ~AnalysisSink() override;
   void StopWorker() override;
+  const Account* Records() const override { return &worker_->Records(); }
 
 protected:
   /// Reads the common keys and makes the pin.

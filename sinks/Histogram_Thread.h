@@ -17,11 +17,21 @@ public:
   const korvax::CountGrid& Counts() const { return counts_; }
 
 protected:
-  void Count(const PayloadBatch& batch) override;
+  korvax::Fates Count(const PayloadBatch& batch) override;
   void Clear() override { counts_.Reset(); }
 
 private:
-  void CountEvent(const KorvaxPayload_Energy& event);
+  // Read once a batch.
+  struct Binning {
+    double gain;
+    double cutMin;
+    double cutMax;
+    qint32 channels;
+    qint32 bins;
+  };
+
+  /// Whether the event is inside the cuts.
+  bool CountEvent(const KorvaxPayload_Energy& event, const Binning& binning);
 
   // Guarded by Mutex().
   double gain_ = 1.0;

@@ -1,7 +1,9 @@
 #include "sinks/Image_Thread.h"
 
+using korvax::Fate;
+
 Image_Thread::Image_Thread(const KorvaxBlock::InputPins& inputs, qint32 rows, qint32 columns)
-    : SinkThread(inputs, When::Running),
+    : SinkThread(inputs, When::Running, {Fate::Counted, Fate::OutOfRange}),
       immediate_(rows, columns),
       cumulative_(rows, columns),
       taken_(rows, columns) {}
@@ -24,18 +26,27 @@ const korvax::CountGrid& Image_Thread::TakeImmediate() {
   return taken_;
 }
 
-void Image_Thread::Count(const PayloadBatch& batch) {
-  if (!cumulative_.IsEmpty()) {
-    korvax::ForEachEvent(batch, [this](const KorvaxPayload_Energy& event) { CountEvent(event); });
+korvax::Fates Image_Thread::Count(const PayloadBatch& batch) {
+  korvax::Fates fates;
+  if (cumulative_.IsEmpty()) {
+    return fates;
   }
+  quint64 counted = 0;
+  const std::size_t events = korvax::ForEachEvent(
+      batch, [&](const KorvaxPayload_Energy& event) { counted += CountEvent(event) ? 1U : 0U; });
+  fates[Fate::Counted] = counted;
+  fates[Fate::OutOfRange] = events - counted;
+  return fates;
 }
 
-void Image_Thread::CountEvent(const KorvaxPayload_Energy& event) {
+bool Image_Thread::CountEvent(const KorvaxPayload_Energy& event) {
   const auto channel = static_cast<qint32>(event.channel);
   const qint32 row = channel / cumulative_.Columns();
-  if (channel >= 0 && row < cumulative_.Rows()) {
-    const qint32 column = channel % cumulative_.Columns();
-    immediate_.Count(row, column);
-    cumulative_.Count(row, column);
+  if (channel < 0 || row >= cumulative_.Rows()) {
+    return false;
   }
+  const qint32 column = channel % cumulative_.Columns();
+  immediate_.Count(row, column);
+  cumulative_.Count(row, column);
+  return true;
 }

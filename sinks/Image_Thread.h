@@ -19,12 +19,13 @@ public:
   const korvax::CountGrid& Cumulative() const { return cumulative_; }
 
 protected:
-  void Count(const PayloadBatch& batch) override;
+  korvax::Fates Count(const PayloadBatch& batch) override;
   /// The cumulative image only.
   void Clear() override { cumulative_.Reset(); }
 
 private:
-  void CountEvent(const KorvaxPayload_Energy& event);
+  /// Whether the event has a pixel.
+  bool CountEvent(const KorvaxPayload_Energy& event);
 
   // Guarded by Mutex().
   korvax::CountGrid immediate_;

@@ -15,6 +15,7 @@ public:
   /// "sample_number", "ch_number", "ch_analog" and "ch_digital"; fixed at construction. Always true.
   bool ParseParameters(const QJsonValue& block) override;
   void StopWorker() override;
+  const korvax::Account* Records() const override { return &worker_->Records(); }
 
   /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
   void StartRun(const korvax::DumpSettings& settings);

@@ -2,7 +2,10 @@
 
 Oscilloscope_Thread::Oscilloscope_Thread(const KorvaxBlock::InputPins& inputs, const QString& blockName,
                                          korvax::TraceShape shape)
-    : WorkerThread(inputs), control_(*inputs.front(), {}), store_(shape), recorder_(blockName, control_, store_) {}
+    : WorkerThread(inputs, korvax::RunRecorder::PossibleFates()),
+      control_(*inputs.front(), {}),
+      store_(shape),
+      recorder_(blockName, control_, store_) {}
 
 std::vector<std::vector<double>> Oscilloscope_Thread::Traces(const std::vector<qint64>& slotNumbers) const {
   std::vector<std::vector<double>> traces;
@@ -32,4 +35,6 @@ void Oscilloscope_Thread::Consume(DataMessage&& message) {
     store_.Store(*first);
   }
   recorder_.Take(first, count > 0 ? count - 1 : 0);
+  Book(recorder_.TakeFates());
+  Book(korvax::Fate::Other, batch == nullptr ? 0 : batch->Size() - count);
 }

@@ -4,8 +4,12 @@
 
 #include <QtDebug>
 
+using korvax::Fate;
+
 Position_Thread::Position_Thread(const KorvaxBlock::InputPins& inputs, korvax::StripWiring wiring, qint32 rows)
-    : SinkThread(inputs, When::Running), wiring_(std::move(wiring)), map_(rows, wiring_.Columns()) {}
+    : SinkThread(inputs, When::Running, {Fate::Counted, Fate::RepeatedChannel}),
+      wiring_(std::move(wiring)),
+      map_(rows, wiring_.Columns()) {}
 
 void Position_Thread::SetEnergyWindow(const korvax::EnergyWindow& window) {
   const korvax::Lock lock(Mutex());
@@ -29,17 +33,24 @@ void Position_Thread::Consume(DataMessage&& message) {
   }
 }
 
-void Position_Thread::Count(const PayloadBatch& batch) {
+korvax::Fates Position_Thread::Count(const PayloadBatch& batch) {
+  korvax::Fates fates;
   if (map_.IsEmpty()) {
-    return;
+    return fates;
   }
   hits_.clear();
   korvax::ForEachEvent(batch, [this](const KorvaxPayload_Energy& event) {
     hits_.push_back({event.channel, event.energyRaw});
   });
-  if (korvax::HasRepeatedChannel(hits_, channels_)) {
-    return;
+  const bool isRepeated = korvax::HasRepeatedChannel(hits_, channels_);
+  fates[isRepeated ? Fate::RepeatedChannel : Fate::Counted] = hits_.size();
+  if (!isRepeated) {
+    CountHits();
   }
+  return fates;
+}
+
+void Position_Thread::CountHits() {
   points_.clear();
   for (std::span<const korvax::StripHit> rest(hits_); !rest.empty(); rest = rest.subspan(1)) {
     const std::size_t before = points_.size();

@@ -21,10 +21,11 @@ public:
 
 protected:
   void Consume(DataMessage&& message) override;
-  void Count(const PayloadBatch& batch) override;
+  korvax::Fates Count(const PayloadBatch& batch) override;
   void Clear() override;
 
 private:
+  void CountHits();
   void CountPoints(std::size_t first);
 
   const korvax::StripWiring wiring_;

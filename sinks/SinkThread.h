@@ -1,6 +1,5 @@
 #pragma once
 
-#include "framework/KorvaxPayload_Energy.h"
 #include "framework/WorkerThread.h"
 
 namespace korvax {
@@ -21,12 +20,14 @@ public:
 protected:
   enum class When { Running, Always };
 
-  SinkThread(const KorvaxBlock::InputPins& inputs, When when) : WorkerThread(inputs), countsWhen_(when) {}
+  /// Besides the fates given, records can arrive while stopped, or be of another kind than the sink counts.
+  SinkThread(const KorvaxBlock::InputPins& inputs, When when, std::vector<Fate> fates);
 
   void Consume(DataMessage&& message) override;
 
-  /// Adds a batch to the counts. Worker thread, the lock is held.
-  virtual void Count(const PayloadBatch& batch) = 0;
+  /// Adds a batch to the counts. Returns what became of its records; those without a fate count as of another
+  /// kind. Worker thread, the lock is held.
+  virtual Fates Count(const PayloadBatch& batch) = 0;
   /// The lock is held.
   virtual void Clear() = 0;
 
@@ -34,19 +35,11 @@ protected:
   QMutex& Mutex() const { return mutex_; }
 
 private:
+  Fates CountIfRunning(const PayloadBatch& batch);
+
   const When countsWhen_;
   mutable QMutex mutex_;
   bool running_ = false;  // guarded by mutex_
 };
-
-/// Calls `take` with each energy event of a batch, in order. Other records are passed over.
-template <typename Take>
-void ForEachEvent(const PayloadBatch& batch, Take&& take) {
-  for (const auto& record : batch.records) {
-    if (const auto* event = PayloadCast<KorvaxPayload_Energy>(record.get())) {
-      take(*event);
-    }
-  }
-}
 
 }  // namespace korvax

@@ -13,7 +13,7 @@ WaveRecorder::WaveRecorder(const QString& blockName, DumpControl& control, const
 void WaveRecorder::Take(const KorvaxPayload_Waves* first, quint64 further) {
   const DumpOrder order = TakeOrder(first == nullptr ? 0 : 1 + further);
   if (order.status == DumpStatus::Recording && first != nullptr) {
-    control_.Count(order, {.discarded = further});
+    Count(order, {.discarded = further});
     Record(*first, order);
   }
 }
@@ -27,7 +27,7 @@ void WaveRecorder::Record(const KorvaxPayload_Waves& waves, const DumpOrder& ord
     }
   }
   if (interval_.ElapsedMs() <= order.settings.dumpTime) {
-    control_.Count(order, {.discarded = 1});
+    Count(order, {.discarded = 1});
     return;
   }
   interval_.Start();
@@ -43,12 +43,12 @@ void WaveRecorder::Record(const KorvaxPayload_Waves& waves, const DumpOrder& ord
   ++countInFile_;
   const quint64 written = form == FileForm::Unknown ? 0 : 1;
   if (!file_.IsOpen()) {
-    control_.Count(order, {.failed = 1});
+    Count(order, {.failed = 1});
     return;
   }
-  control_.Count(order, {.discarded = 1 - written});
+  Count(order, {.discarded = 1 - written});
   if (WriteBuffer(order, written)) {
-    control_.Count(order, {.recorded = written});
+    Count(order, {.recorded = written});
   }
 }
 

@@ -2,27 +2,38 @@
 
 #include "sinks/BinIndex.h"
 
+using korvax::Fate;
+
 time_distribution_Thread::time_distribution_Thread(const KorvaxBlock::InputPins& inputs,
                                                    korvax::HistogramShape shape)
-    : SinkThread(inputs, When::Always), counts_(shape.channels, shape.bins) {}
+    : SinkThread(inputs, When::Always, {Fate::Counted, Fate::OutOfRange}), counts_(shape.channels, shape.bins) {}
 
 void time_distribution_Thread::SetBinning(double binning) {
   const korvax::Lock lock(Mutex());
   binning_ = binning;
 }
 
-void time_distribution_Thread::Count(const PayloadBatch& batch) {
+korvax::Fates time_distribution_Thread::Count(const PayloadBatch& batch) {
+  korvax::Fates fates;
   // Kept: counts without "freerun", which only decides the answer to "data_get_status".
-  if (!counts_.IsEmpty()) {
-    korvax::ForEachEvent(batch, [this](const KorvaxPayload_Energy& event) { CountEvent(event); });
+  if (counts_.IsEmpty()) {
+    return fates;
   }
+  quint64 counted = 0;
+  const std::size_t events = korvax::ForEachEvent(
+      batch, [&](const KorvaxPayload_Energy& event) { counted += CountEvent(event) ? 1U : 0U; });
+  fates[Fate::Counted] = counted;
+  fates[Fate::OutOfRange] = events - counted;
+  return fates;
 }
 
-void time_distribution_Thread::CountEvent(const KorvaxPayload_Energy& event) {
+bool time_distribution_Thread::CountEvent(const KorvaxPayload_Energy& event) {
   // Kept: what overflows is dropped here, where the spectrum counts it in bin 0.
   const qint32 bin = korvax::RoundToBin(static_cast<double>(event.timestamp) / binning_);
-  if (bin >= 0) {
-    counts_.Count(korvax::ClampIndex(static_cast<qint32>(event.channel), counts_.Rows()),
-                  korvax::ClampIndex(bin, counts_.Columns()));
+  if (bin < 0) {
+    return false;
   }
+  counts_.Count(korvax::ClampIndex(static_cast<qint32>(event.channel), counts_.Rows()),
+                korvax::ClampIndex(bin, counts_.Columns()));
+  return true;
 }

@@ -16,11 +16,12 @@ public:
   const korvax::CountGrid& Counts() const { return counts_; }
 
 protected:
-  void Count(const PayloadBatch& batch) override;
+  korvax::Fates Count(const PayloadBatch& batch) override;
   void Clear() override { counts_.Reset(); }
 
 private:
-  void CountEvent(const KorvaxPayload_Energy& event);
+  /// Whether the event has a bin.
+  bool CountEvent(const KorvaxPayload_Energy& event);
 
   // Guarded by Mutex().
   double binning_ = 0.0;

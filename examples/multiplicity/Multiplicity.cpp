@@ -8,15 +8,19 @@
 
 class Multiplicity::Worker final : public korvax::SinkThread {
 public:
-  Worker(const InputPins& inputs, qint32 bins) : SinkThread(inputs, When::Running), counts_(1, bins) {}
+  Worker(const InputPins& inputs, qint32 bins)
+      : SinkThread(inputs, When::Running, {korvax::Fate::Counted}), counts_(1, bins) {}
 
   const korvax::CountGrid& Counts() const { return counts_; }
 
 protected:
-  void Count(const PayloadBatch& batch) override {
+  korvax::Fates Count(const PayloadBatch& batch) override {
+    korvax::Fates fates;
     if (!counts_.IsEmpty()) {
-      counts_.Count(0, korvax::ClampIndex(static_cast<qint32>(batch.records.size()), counts_.Columns()));
+      counts_.Count(0, korvax::ClampIndex(static_cast<qint32>(batch.Size()), counts_.Columns()));
+      fates[korvax::Fate::Counted] = batch.Size();
     }
+    return fates;
   }
   void Clear() override { counts_.Reset(); }
 

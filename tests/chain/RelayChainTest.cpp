@@ -96,8 +96,8 @@ TEST_F(AFilterInTheChain, leavesTheSourcesMessagesUnchangedAndInOrder) {
     EXPECT_EQ(message.endpointPath, "det\\energy");
     EXPECT_EQ(message.batch->dataType, QLatin1String("energy"));
     EXPECT_EQ(message.batch->timestamp, timestamp);
-    ASSERT_EQ(message.batch->records.size(), 1U);
-    EXPECT_EQ(static_cast<const KorvaxPayload_Energy&>(*message.batch->records[0]).timestamp, timestamp);
+    ASSERT_EQ(message.batch->events.size(), 1U);
+    EXPECT_EQ(message.batch->events[0].timestamp, timestamp);
   }
   DataMessage message;
   EXPECT_EQ(end.Pop(message), 1);

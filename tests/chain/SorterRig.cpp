@@ -66,10 +66,9 @@ bool SorterRig::WakeUntil(const std::function<bool()>& condition) {
 
 RecordedEvents EventsOf(const DataMessage& message) {
   RecordedEvents events;
-  for (const auto& record : message.batch->records) {
-    const auto* const event = korvax::PayloadCast<KorvaxPayload_Energy>(record.get());
-    events.push_back({event->timestamp, event->channel, event->energyRaw});
-  }
+  korvax::ForEachEvent(*message.batch, [&](const KorvaxPayload_Energy& event) {
+    events.push_back({event.timestamp, event.channel, event.energyRaw});
+  });
   return events;
 }
 

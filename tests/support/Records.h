@@ -12,7 +12,7 @@ namespace test {
 class WatchedRecord final : public KorvaxPayload {
 public:
   explicit WatchedRecord(std::function<void()> onDestroyed)
-      : KorvaxPayload(Kind::Wave, QLatin1String("watched"), 0), onDestroyed_(std::move(onDestroyed)) {}
+      : KorvaxPayload(Kind::Wave, 0), onDestroyed_(std::move(onDestroyed)) {}
   ~WatchedRecord() override { onDestroyed_(); }
 
   std::unique_ptr<KorvaxPayload> Clone() const override { return std::make_unique<WatchedRecord>(onDestroyed_); }

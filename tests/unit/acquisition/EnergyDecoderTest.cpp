@@ -1,4 +1,5 @@
 #include "acquisition/Decoder.h"
+#include "acquisition/EnergyCalibration.h"
 #include "framework/KorvaxPayload_Energy.h"
 #include "tests/support/RawBlock.h"
 
@@ -19,9 +20,11 @@ Batches Decode(const test::RawBlock& block, const acquisition::DecodeSettings& s
 }
 
 acquisition::DecodeSettings Settings(const char* dataType, const char* expression = "", bool useBoardKev = false) {
+  static EnergyCalibration calibration;
+  calibration.Use(QLatin1String(expression));
   acquisition::DecodeSettings settings;
   settings.dataType = dataType;
-  settings.expression = expression;
+  settings.calibration = &calibration;
   settings.useBoardKev = useBoardKev;
   return settings;
 }
@@ -58,11 +61,7 @@ test::Bytes PairRecord(quint64 timestamp, quint32 pair, quint32 raw0, quint32 ra
 }
 
 const KorvaxPayload_Energy& Event(const PayloadBatch& batch, std::size_t index) {
-  const auto* event = korvax::PayloadCast<KorvaxPayload_Energy>(batch.records.at(index).get());
-  if (event == nullptr) {
-    throw std::logic_error("not an energy record");
-  }
-  return *event;
+  return batch.events.at(index);
 }
 
 TEST(EnergyDecoder, RecordsHaveTheirLaidDownSizes) {
@@ -77,9 +76,9 @@ TEST(EnergyDecoder, CarriesEveryFieldOfARecordOver) {
   ASSERT_EQ(batches.size(), 1U);
   EXPECT_EQ(batches[0]->dataType, QLatin1String("energy"));
   EXPECT_EQ(batches[0]->timestamp, 0xFFFFFFFFFFFFFFFEU);
-  ASSERT_EQ(batches[0]->records.size(), 1U);
+  ASSERT_EQ(batches[0]->events.size(), 1U);
   const KorvaxPayload_Energy& event = Event(*batches[0], 0);
-  EXPECT_EQ(event.typeText, QLatin1String("energy"));
+  EXPECT_EQ(event.TypeText(), QLatin1String("energy"));
   EXPECT_EQ(event.count, 1);
   EXPECT_EQ(event.timestamp, 0xFFFFFFFFFFFFFFFEU);
   EXPECT_EQ(event.channel, 0xFFFFFFFDU);
@@ -96,7 +95,7 @@ TEST(EnergyDecoder, OneBatchHoldsTheBlockInOrderWithTheLastRecordsTimestamp) {
   const Batches batches = Decode(block, Settings("energy"));
   ASSERT_EQ(batches.size(), 1U);
   EXPECT_EQ(batches[0]->timestamp, 40U);
-  ASSERT_EQ(batches[0]->records.size(), 3U);
+  ASSERT_EQ(batches[0]->events.size(), 3U);
   for (quint32 i = 0; i < 3; ++i) {
     EXPECT_EQ(Event(*batches[0], i).channel, i);
     EXPECT_EQ(Event(*batches[0], i).energyRaw, i + 1);
@@ -143,7 +142,7 @@ TEST(EnergyDecoder, EntriesWithoutARecordArePassedOver) {
   test::RawBlock block;
   block.AddPointer(nullptr).Add(EnergyRecord(7, 4, 1, 0)).AddPointer(nullptr);
   const Batches batches = Decode(block, Settings("energy"));
-  ASSERT_EQ(batches.at(0)->records.size(), 1U);
+  ASSERT_EQ(batches.at(0)->events.size(), 1U);
   EXPECT_EQ(batches[0]->timestamp, 7U);
   EXPECT_EQ(Event(*batches[0], 0).channel, 4U);
 
@@ -159,10 +158,10 @@ TEST(EnergyDecoder, APairRecordGivesABatchOfTwoEvents) {
   ASSERT_EQ(batches.size(), 1U);
   EXPECT_EQ(batches[0]->dataType, QLatin1String("energy"));
   EXPECT_EQ(batches[0]->timestamp, 123456789012U);
-  ASSERT_EQ(batches[0]->records.size(), 2U);
+  ASSERT_EQ(batches[0]->events.size(), 2U);
   for (quint32 detector = 0; detector < 2; ++detector) {
     const KorvaxPayload_Energy& event = Event(*batches[0], detector);
-    EXPECT_EQ(event.typeText, QLatin1String("energy"));
+    EXPECT_EQ(event.TypeText(), QLatin1String("energy"));
     EXPECT_EQ(event.count, 1);
     EXPECT_EQ(event.timestamp, 123456789012U);
     EXPECT_EQ(event.channel, 10 + detector);

@@ -52,7 +52,7 @@ TEST(RateDecoder, ArraysFillTheirSeriesAndTheRatesAreCountsPerSecond) {
   EXPECT_EQ(batches[0]->dataType, QLatin1String("rate_counters"));
   EXPECT_EQ(batches[0]->timestamp, 987654321098U);  // from the entry, not the record
   const KorvaxPayload_RateCounters& rates = Rates(*batches[0]);
-  EXPECT_EQ(rates.typeText, QLatin1String("rate_counters"));
+  EXPECT_EQ(rates.TypeText(), QLatin1String("rate_counters"));
   EXPECT_EQ(rates.count, 1);
   EXPECT_EQ(rates.timestamp, 987654321098U);
   EXPECT_EQ(rates.channelCount, 2U);

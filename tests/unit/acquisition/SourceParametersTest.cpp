@@ -18,9 +18,7 @@ protected:
   double EnergyOfNextBlock() {
     Feed(block_);
     const DataMessage message = NextMessage();
-    const auto* event =
-        message.batch ? korvax::PayloadCast<KorvaxPayload_Energy>(message.batch->records.at(0).get()) : nullptr;
-    return event == nullptr ? -1.0 : event->energy;
+    return message.batch ? message.batch->events.at(0).energy : -1.0;
   }
 
   test::RawBlock block_;

@@ -73,7 +73,7 @@ TEST_F(SourceThreadTest, AMessageCarriesTheDataTypeTheEndpointAndTheBatch) {
   ASSERT_NE(message.batch, nullptr);
   EXPECT_EQ(message.batch->dataType, QLatin1String("energy"));
   EXPECT_EQ(message.batch->timestamp, 6U);
-  EXPECT_EQ(message.batch->records.size(), 2U);
+  EXPECT_EQ(message.batch->events.size(), 2U);
   ASSERT_TRUE(WaitForReads(2));
   EXPECT_FALSE(HasMessage());
 }
@@ -91,7 +91,7 @@ TEST_F(SourceThreadTest, APairMessageCarriesTheSourcesTypeAroundABatchOfEnergies
     EXPECT_EQ(message.dataType, QString("energy_pair"));
     ASSERT_NE(message.batch, nullptr);
     EXPECT_EQ(message.batch->dataType, QLatin1String("energy"));
-    EXPECT_EQ(message.batch->records.size(), 2U);
+    EXPECT_EQ(message.batch->events.size(), 2U);
   }
   ASSERT_TRUE(WaitForReads(2));
   EXPECT_FALSE(HasMessage());

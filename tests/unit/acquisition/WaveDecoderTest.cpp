@@ -90,7 +90,7 @@ TEST(WaveDecoder, SamplesOfAWaveStandBehindTheWavesBeforeIt) {
   EXPECT_EQ(batch->dataType, QLatin1String("waveform"));
   EXPECT_EQ(batch->timestamp, 42U);
   const KorvaxPayload_Waves& waves = WavesOf(*batch);
-  EXPECT_EQ(waves.typeText, QLatin1String("waveform"));
+  EXPECT_EQ(waves.TypeText(), QLatin1String("waveform"));
   EXPECT_EQ(waves.count, 0);
   ExpectHeader(waves, 42, 3);
   ASSERT_EQ(waves.waves.size(), 2U);
@@ -112,7 +112,7 @@ TEST(WaveDecoder, AllWavesOfAGroupShareItsWords) {
     EXPECT_EQ(wave.word1, 0x1111111111111111U);
     EXPECT_EQ(wave.word2, 0x2222222222222222U);
     EXPECT_EQ(wave.word3, 0x3333333333333333U);
-    EXPECT_EQ(wave.typeText, QLatin1String("waveform"));
+    EXPECT_EQ(wave.TypeText(), QLatin1String("waveform"));
     EXPECT_EQ(wave.count, 0);
   }
 }

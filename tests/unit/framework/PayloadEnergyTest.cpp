@@ -38,7 +38,7 @@ std::string Text(std::initializer_list<unsigned> bytes) {
 
 TEST(EnergyRecord, isOneEventOfTypeEnergy) {
   const KorvaxPayload_Energy event;
-  EXPECT_EQ(event.typeText, QLatin1String("energy"));
+  EXPECT_EQ(event.TypeText(), QLatin1String("energy"));
   EXPECT_EQ(event.count, 1);
   EXPECT_EQ(event.energy, 0.0);
   EXPECT_EQ(event.PayloadKind(), KorvaxPayload::Kind::Energy);
@@ -46,13 +46,12 @@ TEST(EnergyRecord, isOneEventOfTypeEnergy) {
 
 TEST(EnergyRecord, cloneCopiesEveryFieldAndKeepsTheArrivalTime) {
   KorvaxPayload_Energy event = Pulse();
-  event.typeText = QLatin1String("renamed");
   event.count = 7;
   const auto copy = event.Clone();
   const auto* pulse = korvax::PayloadCast<KorvaxPayload_Energy>(copy.get());
   ASSERT_NE(pulse, nullptr);
   EXPECT_NE(copy.get(), &event);
-  EXPECT_EQ(pulse->typeText, QLatin1String("renamed"));
+  EXPECT_EQ(pulse->TypeText(), QLatin1String("energy"));
   EXPECT_EQ(pulse->count, 7);
   EXPECT_EQ(pulse->timestamp, 0x1122334455667788U);
   EXPECT_EQ(pulse->arrivalTime, 1'700'000'000'123'456);

@@ -36,7 +36,7 @@ std::string Text(std::initializer_list<unsigned> bytes) {
 
 TEST(RateRecord, isCreatedWithOneZeroElementPerChannelInEachOfSixSeries) {
   const KorvaxPayload_RateCounters rates(33);
-  EXPECT_EQ(rates.typeText, QLatin1String("rate_counters"));
+  EXPECT_EQ(rates.TypeText(), QLatin1String("rate_counters"));
   EXPECT_EQ(rates.count, 1);
   EXPECT_EQ(rates.channelCount, 33U);
   EXPECT_EQ(rates.ratesIn, std::vector<double>(33));
@@ -54,7 +54,7 @@ TEST(RateRecord, cloneIsADeepCopy) {
   ASSERT_NE(copy, nullptr);
   rates.ratesIn[0] = 99.0;
   rates.countersOut[1] = 99;
-  EXPECT_EQ(copy->typeText, QLatin1String("rate_counters"));
+  EXPECT_EQ(copy->TypeText(), QLatin1String("rate_counters"));
   EXPECT_EQ(copy->count, 1);
   EXPECT_EQ(copy->timestamp, 0x0102030405060708U);
   EXPECT_EQ(copy->interval, 2.5);

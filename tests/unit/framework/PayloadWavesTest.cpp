@@ -42,7 +42,7 @@ TEST(WaveRecord, cloneCarriesOverTheSamplesOnly_isKept) {
   const KorvaxPayload_Wave& copy = AsWave(clone.get());
   EXPECT_EQ(copy.analog, (QVector<double>{1.5, -2.5, 3.0}));
   EXPECT_EQ(copy.digital, (QVector<quint32>{1, 0xFFFFFFFF, 0}));
-  EXPECT_EQ(copy.typeText, QLatin1String(""));
+  EXPECT_EQ(copy.TypeText(), QLatin1String(""));
   EXPECT_EQ(copy.count, 0);
 }
 
@@ -68,7 +68,7 @@ TEST(WaveRecord, hasNoFormInListFiles) {
 
 TEST(WavesRecord, isOfTypeWaveformAndNoEventInStatistics) {
   const KorvaxPayload_Waves waves;
-  EXPECT_EQ(waves.typeText, QLatin1String("waveform"));
+  EXPECT_EQ(waves.TypeText(), QLatin1String("waveform"));
   EXPECT_EQ(waves.count, 0);
 }
 
@@ -84,7 +84,7 @@ TEST(WavesRecord, cloneKeepsTheWavesInOrderButLosesItsHeader_isKept) {
   const auto clone = waves.Clone();
   const auto* copy = korvax::PayloadCast<KorvaxPayload_Waves>(clone.get());
   ASSERT_NE(copy, nullptr);
-  EXPECT_EQ(copy->typeText, QLatin1String("waveform"));
+  EXPECT_EQ(copy->TypeText(), QLatin1String("waveform"));
   EXPECT_EQ(copy->count, 0);
   EXPECT_EQ(copy->timestamp, 0U);
   EXPECT_EQ(copy->headerWord1, 0U);
@@ -102,16 +102,15 @@ TEST(WavesRecord, clonedWavesHaveAnEmptyTypeTextAndNoCount_isKept) {
   waves.waves.front()->count = 5;
   const auto clone = waves.Clone();
   const auto& copy = static_cast<const KorvaxPayload_Waves&>(*clone);
-  EXPECT_EQ(copy.waves.at(0)->typeText, QLatin1String(""));
+  EXPECT_EQ(copy.waves.at(0)->TypeText(), QLatin1String(""));
   EXPECT_EQ(copy.waves.at(0)->count, 0);
 }
 
 TEST(WavesRecord, cloneSetsTypeTextAndCountAnewWhateverTheOriginalHeld) {
   KorvaxPayload_Waves waves;
-  waves.typeText = QLatin1String("changed");
   waves.count = 9;
   const auto clone = waves.Clone();
-  EXPECT_EQ(clone->typeText, QLatin1String("waveform"));
+  EXPECT_EQ(clone->TypeText(), QLatin1String("waveform"));
   EXPECT_EQ(clone->count, 0);
 }
 

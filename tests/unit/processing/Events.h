@@ -6,25 +6,23 @@
 namespace test {
 
 /// One event per timestamp; their channels count from `firstChannel`.
-inline std::vector<korvax::OrderBuffer::Event> Events(const std::vector<quint64>& timestamps,
-                                                      quint32 firstChannel = 0) {
-  std::vector<korvax::OrderBuffer::Event> events;
+inline EnergyEvents Events(const std::vector<quint64>& timestamps, quint32 firstChannel = 0) {
+  EnergyEvents events;
   for (const quint64 timestamp : timestamps) {
-    auto event = std::make_unique<KorvaxPayload_Energy>();
-    event->timestamp = timestamp;
-    event->channel = firstChannel++;
-    events.push_back(std::move(event));
+    KorvaxPayload_Energy& event = events.emplace_back();
+    event.timestamp = timestamp;
+    event.channel = firstChannel++;
   }
   return events;
 }
 
 inline const KorvaxPayload_Energy& EventAt(const PayloadBatch& batch, std::size_t index) {
-  return static_cast<const KorvaxPayload_Energy&>(*batch.records.at(index));
+  return batch.events.at(index);
 }
 
 inline std::vector<quint64> TimestampsOf(const PayloadBatch& batch) {
   std::vector<quint64> timestamps;
-  for (std::size_t i = 0; i < batch.records.size(); ++i) {
+  for (std::size_t i = 0; i < batch.events.size(); ++i) {
     timestamps.push_back(EventAt(batch, i).timestamp);
   }
   return timestamps;

@@ -41,7 +41,7 @@ private:
 // In the order of the timestamps as they stand; events of equal ones by channel, as they may stand in any order.
 std::vector<Key> KeysOf(const PayloadBatch& batch) {
   std::vector<Key> keys;
-  for (std::size_t i = 0; i < batch.records.size(); ++i) {
+  for (std::size_t i = 0; i < batch.events.size(); ++i) {
     keys.emplace_back(test::EventAt(batch, i).timestamp, test::EventAt(batch, i).channel);
   }
   EXPECT_TRUE(
@@ -84,7 +84,7 @@ protected:
       for (quint64& timestamp : timestamps) {
         timestamp = GetParam().timestamp(random, index++);
       }
-      buffer.Add(test::Events(timestamps, firstChannel));
+      buffer.Add(test::Events(timestamps, firstChannel), 0);
       reference.Add(timestamps, firstChannel);
       for (quint64 groups = Below(random, 100); groups > 0 && reference.Size() > 0; --groups) {
         ASSERT_EQ(KeysOf(*buffer.TakeGroup()), reference.TakeGroup());

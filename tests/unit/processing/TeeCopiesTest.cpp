@@ -58,7 +58,7 @@ TEST(TeeCopies, haveEveryFieldOfAnEvent) {
   DataMessage message = tee.Next(0);
   const auto& copy = Only<KorvaxPayload_Energy>(message);
   EXPECT_EQ(copy.PayloadKind(), KorvaxPayload::Kind::Energy);
-  EXPECT_EQ(copy.typeText, QLatin1String("energy"));
+  EXPECT_EQ(copy.TypeText(), QLatin1String("energy"));
   EXPECT_EQ(copy.count, 9);
   EXPECT_EQ(copy.timestamp, 0xFFFFFFFFFFFFFFFEU);
   EXPECT_EQ(copy.arrivalTime, -5);
@@ -115,7 +115,7 @@ TEST(TeeCopies, ofWavesLoseHeaderTypeTextAndWords_isKept) {
   ASSERT_TRUE(tee.feed.Push(MessageOf(std::move(waves))));
   DataMessage message = tee.Next(0);
   const auto& copy = Only<KorvaxPayload_Waves>(message);
-  EXPECT_EQ(copy.typeText, QLatin1String("waveform"));
+  EXPECT_EQ(copy.TypeText(), QLatin1String("waveform"));
   EXPECT_EQ(copy.timestamp, 0U);
   EXPECT_EQ(copy.headerWord1, 0U);
   EXPECT_EQ(copy.samplesPerWave, 0);
@@ -123,7 +123,7 @@ TEST(TeeCopies, ofWavesLoseHeaderTypeTextAndWords_isKept) {
   EXPECT_EQ(copy.headerWord3, 0U);
   ASSERT_EQ(copy.waves.size(), 1U);
   const auto& copiedWave = static_cast<const KorvaxPayload_Wave&>(*copy.waves[0]);
-  EXPECT_EQ(copiedWave.typeText, QLatin1String());
+  EXPECT_EQ(copiedWave.TypeText(), QLatin1String());
   EXPECT_EQ(copiedWave.count, 0);
   EXPECT_EQ(copiedWave.word1, 0U);
   EXPECT_EQ(copiedWave.analog, (QVector<double>{1.0, 2.0}));

@@ -50,9 +50,8 @@ public:
   std::vector<quint64> Timestamps(std::size_t output) {
     std::vector<quint64> timestamps;
     for (DataMessage message = Next(output); message.batch != nullptr; message = Next(output)) {
-      for (const auto& record : message.batch->records) {
-        timestamps.push_back(static_cast<const KorvaxPayload_Energy&>(*record).timestamp);
-      }
+      korvax::ForEachEvent(*message.batch,
+                           [&](const KorvaxPayload_Energy& event) { timestamps.push_back(event.timestamp); });
     }
     return timestamps;
   }

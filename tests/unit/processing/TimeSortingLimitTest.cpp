@@ -53,7 +53,7 @@ TEST_F(AFullSorter, takesTimeAndEnvelopeOfAMessageThatItDrops) {
   EXPECT_EQ(message.dataType, "dropped");
   EXPECT_EQ(message.endpointPath, "board\\x");
   EXPECT_EQ(message.word4, 4U);
-  EXPECT_EQ(message.batch->records.size(), 10'000U);
+  EXPECT_EQ(message.batch->Size(), 10'000U);
 }
 
 TEST_F(AFullSorter, destroysEveryRecordOfAMessageThatItDrops) {

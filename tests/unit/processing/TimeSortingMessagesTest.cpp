@@ -50,9 +50,8 @@ TEST_F(SorterMessages, haveTheTimestampOfTheGroupsFirstEventAndItsTypeText) {
   EXPECT_EQ(message.batch->dataType, QLatin1String("energy"));
 }
 
-TEST_F(SorterMessages, handOnTheVeryEventsAsTheyCame) {
+TEST_F(SorterMessages, handOnTheEventsAsTheyCame) {
   auto event = std::make_unique<KorvaxPayload_Energy>();
-  const KorvaxPayload_Energy* const original = event.get();
   event->channel = 0x80000003;
   event->energyRaw = 4'000'000'000;
   event->energy = 1.5;
@@ -65,7 +64,6 @@ TEST_F(SorterMessages, handOnTheVeryEventsAsTheyCame) {
   DataMessage message;
   ASSERT_EQ(reader.Pop(message), PinInput::Taken);
   const KorvaxPayload_Energy& emitted = test::EventAt(*message.batch, 0);
-  EXPECT_EQ(&emitted, original);
   EXPECT_EQ(emitted.channel, 0x80000003U);
   EXPECT_EQ(emitted.energyRaw, 4'000'000'000U);
   EXPECT_EQ(emitted.energy, 1.5);
@@ -85,7 +83,7 @@ TEST_F(SorterMessages, withoutABatchBringTheirTimeAndEnvelopeOnly) {
 
 TEST_F(SorterMessages, withOtherRecordsLoseThemAndOneLineTellsOfIt) {
   const QString line =
-      "Time sorting \"sorter\" discards records of type \"watched\" : only energy events can be sorted. Connect "
+      "Time sorting \"sorter\" discards records of type \"waveform\" : only energy events can be sorted. Connect "
       "it "
       "to a source of those";
   std::atomic<int> destroyed = 0;

@@ -27,8 +27,7 @@ inline std::string FileBytes(const QString& path) {
 /// A record that writes nothing and does something while a recorder has its container in hand.
 class ActingRecord final : public KorvaxPayload {
 public:
-  explicit ActingRecord(std::function<void()> act)
-      : KorvaxPayload(Kind::Wave, QLatin1String("acting"), 0), act_(std::move(act)) {}
+  explicit ActingRecord(std::function<void()> act) : KorvaxPayload(Kind::Wave, 0), act_(std::move(act)) {}
 
   std::unique_ptr<KorvaxPayload> Clone() const override { return std::make_unique<ActingRecord>(act_); }
   bool Write(quint32 /*format*/, korvax::ByteWriter& /*out*/) const override {

@@ -1,0 +1,15 @@
+# Finds libxxhash, which computes the checksums of run files, as the target Xxhash::xxhash.
+
+include(FindPackageHandleStandardArgs)
+find_path(Xxhash_INCLUDE_DIR xxhash.h)
+find_library(Xxhash_LIBRARY xxhash)
+mark_as_advanced(Xxhash_INCLUDE_DIR Xxhash_LIBRARY)
+find_package_handle_standard_args(Xxhash REQUIRED_VARS Xxhash_LIBRARY Xxhash_INCLUDE_DIR
+  REASON_FAILURE_MESSAGE "Run scripts/install-dependencies, then configure again.")
+
+if(Xxhash_FOUND AND NOT TARGET Xxhash::xxhash)
+  add_library(Xxhash::xxhash UNKNOWN IMPORTED)
+  set_target_properties(Xxhash::xxhash PROPERTIES
+    IMPORTED_LOCATION "${Xxhash_LIBRARY}"
+    INTERFACE_INCLUDE_DIRECTORIES "${Xxhash_INCLUDE_DIR}")
+endif()
