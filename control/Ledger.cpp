@@ -4,8 +4,6 @@
 
 #include <QDateTime>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <algorithm>
 #include <map>
@@ -160,11 +158,10 @@ Ledger Ledger::Since(const Ledger& earlier) const {
   return difference;
 }
 
-QString Ledger::ToJson() const {
-  const QJsonObject ledger{{QStringLiteral("time"), QDateTime::currentDateTimeUtc().toString(Qt::ISODate)},
-                           {QStringLiteral("blocks"), ToJsonArray(entries_)},
-                           {QStringLiteral("balanced"), IsBalanced()}};
-  return QString::fromUtf8(QJsonDocument(ledger).toJson(QJsonDocument::Compact));
+QJsonObject Ledger::ToJson() const {
+  return {{QStringLiteral("time"), QDateTime::currentDateTimeUtc().toString(Qt::ISODate)},
+          {QStringLiteral("blocks"), ToJsonArray(entries_)},
+          {QStringLiteral("balanced"), IsBalanced()}};
 }
 
 }  // namespace korvax

@@ -4,6 +4,7 @@
 #include "framework/ChainContext.h"
 #include "framework/PinOutput.h"
 
+#include <QJsonObject>
 #include <QString>
 
 #include <vector>
@@ -49,7 +50,7 @@ public:
   Ledger Since(const Ledger& earlier) const;
 
   /// {"time":"...","blocks":[...],"balanced":true}; see docs/queries.md.
-  QString ToJson() const;
+  QJsonObject ToJson() const;
 
 private:
   std::vector<Entry> entries_;

@@ -66,7 +66,8 @@ private:
 }  // namespace
 
 korvax_commands::korvax_commands(QObject* parent, const ChainContext& context)
-    : KorvaxBlock(QStringLiteral("commands"), false, context, parent) {}
+    : KorvaxBlock(QStringLiteral("commands"), false, context, parent),
+      book_(*context.blocks, [this] { return HasOpenFiles(); }) {}
 
 void korvax_commands::InterpretMessage(QString* data_in, QString* data_out) {
   const QJsonObject message = QJsonDocument::fromJson(data_in->toUtf8()).object();
@@ -87,16 +88,19 @@ void korvax_commands::InterpretMessage(QString* data_in, QString* data_out) {
 }
 
 // The commands without keys or answers of their own.
-bool korvax_commands::Obey(const QString& command) const {
+bool korvax_commands::Obey(const QString& command) {
   const BlockList& blocks = *Context().blocks;
   if (command == QLatin1String("reset")) {
     RestartAcquisition();
   } else if (command == QLatin1String("stop_dump")) {
     ForEachRecorder(blocks, [](auto& recorder) { recorder.StopDump(); });
+    book_.Stop();
   } else if (command == QLatin1String("pause_dump")) {
     ForEachRecorder(blocks, [](auto& recorder) { recorder.PauseDump(); });
+    book_.NotePause();
   } else if (command == QLatin1String("restart_dump")) {
     ForEachRecorder(blocks, [](auto& recorder) { recorder.ReStartDump(); });
+    book_.NoteRestart();
   } else if (command == QLatin1String("hv_on")) {
     TellHighVoltage(QStringLiteral("{\"args\":[{\"cmd\":\"hv_global_on\"}]}"));
   } else if (command == QLatin1String("hv_off")) {
@@ -128,7 +132,7 @@ void korvax_commands::RestartAcquisition() const {
   });
 }
 
-QString korvax_commands::StartDump(const QJsonObject& message) const {
+QString korvax_commands::StartDump(const QJsonObject& message) {
   const QString runId = message["run_id"].toString();
   const StorageSettings settings = StorageSettings::Load(Context().configurationPath);
   const QString folder = settings.filePath + QLatin1Char('/') + runId;
@@ -137,10 +141,18 @@ QString korvax_commands::StartDump(const QJsonObject& message) const {
   }
   if (!QDir().mkpath(folder)) {
     qInfo() << "Unable to create run folder" << folder << ": nothing will be recorded. Check write permission.";
+  } else if (settings.enableList || settings.enableWave || settings.enableMcs) {
+    book_.Begin(folder, runId, Context().configurationPath);
   }
   RestartAcquisition();
   ForEachRecorder(*Context().blocks, RunStarter(settings, runId));
   return korvax::answers::Success();
+}
+
+bool korvax_commands::HasOpenFiles() const {
+  bool any = false;
+  ForEachRecorder(*Context().blocks, [&any](const auto& recorder) { any = any || recorder.HasOpenFile(); });
+  return any;
 }
 
 void korvax_commands::AppendRunInfo(QString& out) const {
@@ -159,7 +171,8 @@ void korvax_commands::AppendLedger(const QJsonObject& message, QString& out) con
   if (message.contains(QLatin1String("block"))) {
     ledger.KeepOnly(message["block"].toString());
   }
-  out.append(QLatin1String("{\"ledger\":") + ledger.ToJson() + QLatin1Char('}'));
+  const QJsonObject answer{{QStringLiteral("ledger"), ledger.ToJson()}};
+  out.append(QString::fromUtf8(QJsonDocument(answer).toJson(QJsonDocument::Compact)));
 }
 
 void korvax_commands::TellHighVoltage(const QString& message) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "control/RunBook.h"
 #include "framework/KorvaxBlock.h"
 #include "framework/QueryHandler.h"
 
@@ -8,7 +9,8 @@
 class Source;
 
 /// Run control: starts, stops and resets acquisition, takes runs with every recording block at once, switches high
-/// voltage. Keeps no state of its own; the configuration file is read again at every start of a run. Main thread.
+/// voltage. Keeps no state of its own but the summary
+/// of the run; the configuration file is read again at every start of a run. Main thread.
 class korvax_commands : public KorvaxBlock, public QueryHandler {
   Q_OBJECT
 
@@ -21,13 +23,16 @@ public slots:
   void InterpretMessage(QString* data_in, QString* data_out) override;
 
 private:
-  bool Obey(const QString& command) const;
+  bool Obey(const QString& command);
   /// The first block of the name in the message must be a source.
   QString TellSource(const QJsonObject& message, void (Source::*operation)()) const;
-  QString StartDump(const QJsonObject& message) const;
+  QString StartDump(const QJsonObject& message);
+  bool HasOpenFiles() const;
   void RestartAcquisition() const;
   void AppendRunInfo(QString& out) const;
   /// Of all blocks, or of the one that the message names.
   void AppendLedger(const QJsonObject& message, QString& out) const;
   void TellHighVoltage(const QString& message) const;
+
+  korvax::RunBook book_;
 };

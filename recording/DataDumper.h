@@ -17,6 +17,8 @@ public:
 
   /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
   void StartRun(const korvax::DumpSettings& settings);
+  /// Whether a file of a run is still open: a stop takes effect at the next data.
+  bool HasOpenFile() const { return worker_->Control().HasOpenFile(); }
   QueryReach Reach() const override { return QueryReach::ByName; }
 
 public slots:

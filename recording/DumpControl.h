@@ -4,6 +4,7 @@
 #include "framework/PinInput.h"
 #include "recording/DumpSettings.h"
 
+#include <atomic>
 #include <concepts>
 
 namespace korvax {
@@ -33,6 +34,8 @@ public:
   DumpStatus Status() const;
   DumpSettings Settings() const;
   DumpCounts Counts() const;
+  /// Whether the recorder has a file open.
+  bool HasOpenFile() const { return fileOpen_.load(std::memory_order_acquire); }
   /// Runs `read` under the lock.
   template <typename Read>
   void Locked(Read read) const {
@@ -95,6 +98,7 @@ public:
   /// Stops recording, unless it was stopped or a run was started since the order was taken. What arrives until the
   /// next start counts as failed.
   void StopAfterFailure(const DumpOrder& order);
+  void SetFileOpen(bool open) { fileOpen_.store(open, std::memory_order_release); }
 
 private:
   void BeginRun();
@@ -104,6 +108,7 @@ private:
   void Add(const DumpCounts& counts);
 
   const PinInput& input_;
+  std::atomic<bool> fileOpen_ = false;
   mutable QMutex mutex_;
   DumpOrder order_;          // this and all below: guarded by mutex_
   DumpCounts counts_;        // dropped: up to the last stop

@@ -50,6 +50,8 @@ RunFile::Result RunFile::Open(const QString& path, FileForm form, std::string_vi
     return Result::CannotOpen;
   }
   overwritten_ += records_.take(path);
+  size_ = 0;
+  checksum_ = {};
   if (!Write(form == FileForm::Json ? "[" : head)) {
     file_.close();
     return Result::CannotWrite;
@@ -61,21 +63,26 @@ bool RunFile::Write(std::string_view bytes, quint64 records) {
   if (!file_.isOpen()) {
     return false;
   }
-  const qint64 before = file_.pos();
+  if (!WriteAll(bytes) || IsRemoved()) {
+    return false;
+  }
+  size_ += static_cast<qint64>(bytes.size());
+  checksum_.Add(bytes);
+  if (records != 0) {
+    records_[file_.fileName()] += records;
+  }
+  return true;
+}
+
+bool RunFile::WriteAll(std::string_view bytes) {
   while (!bytes.empty()) {
     const qint64 written = file_.write(bytes.data(), static_cast<qint64>(bytes.size()));
     if (written <= 0) {
       problem_ = file_.errorString();
-      file_.resize(before);
+      file_.resize(size_);
       return false;
     }
     bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  if (IsRemoved()) {
-    return false;
-  }
-  if (records != 0) {
-    records_[file_.fileName()] += records;
   }
   return true;
 }

@@ -2,6 +2,7 @@
 
 #include "framework/KorvaxPayload.h"
 #include "recording/DumpSettings.h"
+#include "runfiles/Checksum.h"
 
 #include <QFile>
 #include <QHash>
@@ -50,18 +51,26 @@ public:
   /// What is in the files so far counts as overwritten no more. Until then each file is remembered.
   void ForgetRecords() { records_.clear(); }
 
+  /// Records in it, as far as they were written since the run began.
+  quint64 Records() const { return records_.value(file_.fileName()); }
+  /// Checksum of all bytes that were written to it since it was opened.
+  std::string ChecksumHex() const { return checksum_.Hex(); }
+
   QString Path() const { return file_.fileName(); }
-  /// Bytes in it; 0 when closed.
-  qint64 Size() const { return file_.pos(); }
+  /// Bytes written to it since it was opened; they stay known when it is closed.
+  qint64 Size() const { return size_; }
   /// Why the last operation failed, in the system's words.
   const QString& Problem() const { return problem_; }
 
 private:
+  bool WriteAll(std::string_view bytes);
   bool IsRemoved();
 
   QFile file_;
   FileForm form_ = FileForm::Unknown;
   QString problem_;
+  qint64 size_ = 0;
+  runfiles::Checksum checksum_;
   QHash<QString, quint64> records_;  // in each file, by path
   quint64 overwritten_ = 0;
 };

@@ -1,5 +1,8 @@
 #include "recording/RunRecorder.h"
 
+#include "recording/RunSummary.h"
+
+#include <QFileInfo>
 #include <QtDebug>
 
 namespace korvax {
@@ -62,6 +65,9 @@ RunFile::Result RunRecorder::OpenFile(const DumpOrder& order, const QString& pat
                                       std::string_view head) {
   CloseFile();
   const RunFile::Result result = file_.Open(path, form, head);
+  if (result == RunFile::Result::Open) {
+    NoteOpened();
+  }
   if (const quint64 records = file_.TakeOverwritten(); records != 0) {
     qInfo() << "Run file" << path << "is used again: its" << records << "records are given up";
     Count(order, {.overwritten = records});
@@ -70,7 +76,12 @@ RunFile::Result RunRecorder::OpenFile(const DumpOrder& order, const QString& pat
 }
 
 void RunRecorder::CloseFile() {
-  if (!file_.Close()) {
+  if (!file_.IsOpen()) {
+    return;
+  }
+  const bool ended = file_.Close();
+  NoteClosed(ended);
+  if (!ended) {
     qInfo() << "Unable to end file" << file_.Path() << ":" << file_.Problem() << ". Check what it holds.";
   }
 }
@@ -90,8 +101,34 @@ bool RunRecorder::WriteBuffer(const DumpOrder& order, quint64 records) {
 void RunRecorder::Fail(const DumpOrder& order, quint64 records) {
   Count(order, {.failed = records});
   control_.StopAfterFailure(order);
-  file_.Close();
+  if (file_.IsOpen()) {
+    file_.Close();
+    NoteClosed(false);
+  }
   BeginAnew();
+}
+
+void RunRecorder::NoteOpened() {
+  control_.SetFileOpen(true);
+  const QFileInfo file(file_.Path());
+  RunSummary::Append(file.path(), {{QStringLiteral("event"), QStringLiteral("open")},
+                                   {QStringLiteral("file"), file.fileName()},
+                                   {QStringLiteral("block"), blockName_}});
+}
+
+void RunRecorder::NoteClosed(bool ended) {
+  const QFileInfo file(file_.Path());
+  QJsonObject line{{QStringLiteral("event"), QStringLiteral("close")},
+                   {QStringLiteral("file"), file.fileName()},
+                   {QStringLiteral("block"), blockName_},
+                   {QStringLiteral("bytes"), file_.Size()},
+                   {QStringLiteral("records"), static_cast<qint64>(file_.Records())},
+                   {QStringLiteral("xxh128"), QString::fromStdString(file_.ChecksumHex())}};
+  if (!ended) {
+    line[QStringLiteral("problem")] = file_.Problem();
+  }
+  RunSummary::Append(file.path(), line);
+  control_.SetFileOpen(false);
 }
 
 void RunRecorder::LogWriteFailure() const {

@@ -65,6 +65,10 @@ protected:
 
 private:
   void BeginAnew();
+  /// Tells the run's summary and run control that a file is open.
+  void NoteOpened();
+  /// The same of one that was closed, whole or with a problem.
+  void NoteClosed(bool ended);
   void BookFates(const DumpCounts& counts);
 
   Fates fates_;

@@ -31,6 +31,8 @@ public:
   void ReStartDump();
   /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
   void StartRun(const korvax::DumpSettings& settings);
+  /// Whether a file of a run is still open: a stop takes effect at the next data.
+  bool HasOpenFile() const { return worker_->Control().HasOpenFile(); }
 
 public slots:
   void NewDataInTheInputPin(int FifoLevel);

@@ -12,8 +12,8 @@ struct StatLine {
   qint64 usedSpace = 0;    ///< bytes of the current data file
 };
 
-/// Appends the line to the file, the header before it when asked for. False, and nothing is appended, when the file
-/// can't be opened or written.
+/// Appends the line to the file, the header before it when asked for. False, and nothing is appended, when the
+/// file can't be opened or written.
 bool AppendStatLine(const QString& path, bool withHeader, const StatLine& line);
 
 }  // namespace korvax
