@@ -5,6 +5,7 @@
 #include "configuration/ConfigurationSchema.h"
 #include "configuration/FindingList.h"
 #include "configuration/LinkCheck.h"
+#include "configuration/NetworkCheck.h"
 #include "configuration/ParameterCheck.h"
 #include "configuration/SchemaWalk.h"
 #include "configuration/Words.h"
@@ -46,6 +47,7 @@ void CheckAll(const QJsonObject& configuration, const PositionIndex& positions, 
                                   QStringLiteral("one that stands here before")));
   }
   SchemaWalk(findings).Check(configuration, ConfigurationSchema());
+  CheckNetwork(configuration, findings);
   const Layout layout = Layout::Of(configuration);
   CheckBoards(layout, findings);
   CheckBindings(layout, findings);

@@ -100,7 +100,7 @@ QString PlaceText(const QJsonObject& configuration, const QStringList& path) {
         words << ElementText(*known, path[step + 1], level);
       }
       step += 2;
-    } else if (path[step] == QLatin1String("storage")) {
+    } else if (path[step] == QLatin1String("storage") || path[step] == QLatin1String("network")) {
       level = Next(level, path[step]);
       words << path[step++];
     } else {

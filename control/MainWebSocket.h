@@ -1,29 +1,33 @@
 #pragma once
 
+#include "control/ClientListener.h"
+#include "control/HandshakeServer.h"
+#include "control/NetworkSettings.h"
 #include "framework/ChainContext.h"
 
 #include <QList>
 #include <QObject>
-#include <QWebSocketServer>
+#include <QTimer>
 
 class QWebSocket;
+class QWebSocketCorsAuthenticator;
 
-/// The one network entry of the server: a plain WebSocket on every local address. Hands each text message to the
-/// block that its route names and sends the answer back on the same connection, even an empty one; echoes binary
-/// messages. A client that sends a message of more than 256 MiB, or lets more than that of its answers wait, is
-/// disconnected. Main thread.
+/// The one network entry of the server: a plain WebSocket. Hands each text message to the block that its route
+/// names and sends the answer back on the same connection, even an empty one; echoes binary messages. A client
+/// beyond the limits of the settings is refused or disconnected. Main thread.
 class MainWebSocket : public QObject {
   Q_OBJECT
 
 public:
   /// Listens at once. A port that can't be had leaves the object inert without a word: the process goes on
   /// without a query interface. `blockList` outlives this object.
-  MainWebSocket(quint16 port, bool debug, const BlockList* blockList, QObject* parent = nullptr);
+  MainWebSocket(quint16 port, bool debug, const BlockList* blockList, QObject* parent = nullptr,
+                const NetworkSettings& settings = {});
   ~MainWebSocket() override;
 
-  bool IsListening() const { return server_.isListening(); }
+  bool IsListening() const { return listener_.IsListening(); }
   /// The port listened on; 0 when inert.
-  quint16 Port() const { return server_.serverPort(); }
+  quint16 Port() const { return listener_.Port(); }
 
 signals:
   void closed();
@@ -35,11 +39,18 @@ private slots:
   void socketDisconnected();
 
 private:
-  /// False, and the client is disconnected, when it lets too many answer bytes wait.
-  static bool KeepsReading(QWebSocket& client);
+  void ConnectServer();
+  void CheckOrigin(QWebSocketCorsAuthenticator* handshake) const;
+  /// False, and the client is disconnected, when it lets more answer bytes wait.
+  static bool KeepsReading(QWebSocket& client, qint64 most);
+  void CheckClients() const;
 
-  QWebSocketServer server_;
+  const NetworkSettings settings_;
+  HandshakeServer server_;
+  ClientListener listener_;
   QList<QWebSocket*> clients_;  // owned; in order of acceptance
   const bool debug_;
   const BlockList* blockList_ = nullptr;
+  QTimer check_;
+  qint64 longestAnswer_ = 0;  // in bytes, of all clients
 };

@@ -9,5 +9,5 @@ std::optional<Configuration> Configuration::Load(const QString& path) {
   }
   const QJsonObject top = document.object();
   return Configuration{top["storage"].toObject()["file_path"].toString(), top["Hardware"].toArray(),
-                       top["processing"].toArray()};
+                       top["processing"].toArray(), top["network"]};
 }

@@ -72,6 +72,9 @@ std::optional<int> Startup::Prepare() {
     qInfo() << "No HARDWARE devices is configuration file " << configurationPath_;
     return 1;
   }
+  if (const std::optional<int> failure = ReadNetwork(*configuration)) {
+    return failure;
+  }
   if (const auto failure = HardwareSetup::ConnectBoards(configuration->hardware, plugins_, boards_)) {
     return failure;
   }
@@ -80,10 +83,19 @@ std::optional<int> Startup::Prepare() {
   }
   ArmBoards();
   WatchConfiguration();
-  webSocket_ = std::make_unique<MainWebSocket>(Port, false, &blocks_);
+  webSocket_ = std::make_unique<MainWebSocket>(Port, false, &blocks_, nullptr, network_);
   ForEachSource([](Source& source) { source.Run(); });
   AddRunControl();
   return std::nullopt;
+}
+
+std::optional<int> Startup::ReadNetwork(const Configuration& configuration) {
+  const QString fault = network_.Read(configuration.network);
+  if (fault.isEmpty()) {
+    return std::nullopt;
+  }
+  qInfo().noquote() << fault;
+  return 1;
 }
 
 std::optional<int> Startup::BuildChain(const Configuration& configuration) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "control/NetworkSettings.h"
 #include "framework/ChainContext.h"
 #include "server/BoardPlugins.h"
 
@@ -30,6 +31,7 @@ public:
   int Run();
 
 private:
+  std::optional<int> ReadNetwork(const Configuration& configuration);
   std::optional<int> BuildChain(const Configuration& configuration);
   void ArmBoards() const;
   void WatchConfiguration();
@@ -40,6 +42,7 @@ private:
   BoardPlugins plugins_;
   BoardList boards_;
   BlockList blocks_;
+  NetworkSettings network_;
   std::unique_ptr<FileWatcher> fileWatcher_;
   std::unique_ptr<MainWebSocket> webSocket_;
 };

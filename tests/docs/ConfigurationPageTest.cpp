@@ -1,9 +1,11 @@
 #include "boards/DigitizerBoard.h"
+#include "control/NetworkSettings.h"
 #include "control/StorageSettings.h"
 #include "framework/KorvaxBlock.h"
 #include "server/BlockFactory.h"
 #include "tests/docs/DemoChain.h"
 #include "tests/docs/MarkdownPage.h"
+#include "tests/support/LogCapture.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -100,6 +102,21 @@ TEST(ConfigurationPage, ItsStorageSettingsAreReadAsTheyStand) {
   EXPECT_EQ(settings.eventsPerFile, 1'000'000);
   EXPECT_EQ(settings.wavedumpTimeInterval, 200);
   EXPECT_TRUE(settings.enableList && settings.enableWave && settings.enableMcs);
+}
+
+TEST(ConfigurationPage, ItsNetworkSettingsAreReadAsTheyStand) {
+  const test::LogCapture log;
+  const test::MarkdownPage page(QStringLiteral("docs/configuration.md"));
+  const auto blocks = page.BlocksOf(QStringLiteral("json network"));
+  ASSERT_EQ(blocks.size(), 1U);
+  NetworkSettings settings;
+  EXPECT_EQ(settings.Read(Parse(blocks.front())), QString());
+  EXPECT_TRUE(log.Lines().isEmpty());
+  EXPECT_EQ(settings.address, QHostAddress(QHostAddress::LocalHost));
+  EXPECT_EQ(settings.origins, QStringList{"http://lab.example:8080"});
+  EXPECT_EQ(settings.maxConnections, 100);
+  EXPECT_EQ(settings.maxMessageBytes, 1'048'576);
+  EXPECT_EQ(settings.maxUnsentBytes, 67'108'864);
 }
 
 TEST(ConfigurationPage, EveryBlockTypeHasASectionAPlaceInTheSchemaAndOneInTheDemo) {

@@ -76,6 +76,7 @@ QSet<QString> BlockTypes() {
 TEST(ConfigurationPage, andTheSchemaNameTheSameKeysOnEveryLevel) {
   QMap<QString, QSet<QString>> levels{{"Top level", KeysOf(test::Object(korvax::ConfigurationSchemaText()))},
                                       {"storage", KeysOf(Definition("storage"))},
+                                      {"network", KeysOf(Definition("network"))},
                                       {"A board: one entry of `Hardware`", KeysOf(Definition("board"))},
                                       {"elements", KeysOf(Definition("element"))},
                                       {"endpoints", KeysOf(Definition("endpoint"))},
@@ -129,6 +130,7 @@ TEST(ConfigurationPage, itsExamplesAreAConfigurationWithoutErrors) {
   EXPECT_GE(blocks.size(), 11);
   const QJsonObject chain{{"enable", true}, {"name", "page"}, {"chain", blocks}};
   const QJsonObject whole{{"storage", Fenced("storage")[0]},
+                          {"network", Fenced("network")[0]},
                           {"Hardware", Fenced("board")},
                           {"processing", QJsonArray{QJsonObject{{"filter_chain", QJsonArray{chain}}}}}};
   for (const QString& finding : test::FindingsIn(QJsonDocument(whole).toJson())) {

@@ -18,6 +18,12 @@ namespace {
 const QMap<QString, QString> TypesByKey{{"storage", "o"},
                                         {"Hardware", "a"},
                                         {"processing", "a"},
+                                        {"network", "o"},
+                                        {"address", "s"},
+                                        {"origins", "a"},
+                                        {"max_connections", "i"},
+                                        {"max_message_bytes", "i"},
+                                        {"max_unsent_bytes", "i"},
                                         {"file_path", "s"},
                                         {"format", "s"},
                                         {"events_per_file", "i"},
@@ -82,9 +88,10 @@ const QMap<QString, QString> TypesByKey{{"storage", "o"},
                                         {"n_windows", "i"},
                                         {"timestamp_delta", "n"}};
 
-const QMap<QString, QString> TypesOfElements{
-    {"values", "snb"},  {"x_positions", "i"},         {"y_positions", "i"},
-    {"positions", "i"}, {"correlated_channels", "i"}, {"channel_map", "s"}};
+const QMap<QString, QString> TypesOfElements{{"values", "snb"},    {"origins", "s"},
+                                             {"x_positions", "i"}, {"y_positions", "i"},
+                                             {"positions", "i"},   {"correlated_channels", "i"},
+                                             {"channel_map", "s"}};
 
 struct Place {
   QString key;   // as the check calls it

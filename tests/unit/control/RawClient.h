@@ -11,16 +11,18 @@
 /// send halves of frames, vanish.
 class RawClient {
 public:
-  /// Connects and asks for the upgrade; `response` then holds the server's answer.
-  RawClient(quint16 port, const QByteArray& path) {
+  /// Connects and asks for the upgrade; `response` then holds the server's answer. Each of `moreHeaders` ends its
+  /// line.
+  RawClient(quint16 port, const QByteArray& path, const QByteArray& moreHeaders = {}) {
     socket.connectToHost(QHostAddress::LocalHost, port);
     if (!test::WaitFor([this] { return socket.state() == QAbstractSocket::ConnectedState; })) {
       throw std::runtime_error("no connection to the server");
     }
     socket.write("GET " + path +
                  " HTTP/1.1\r\nHost: localhost\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
-                 "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\nSec-WebSocket-Version: 13\r\n\r\n");
-    if (!test::WaitFor([this] { return ReadResponse(); })) {
+                 "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\nSec-WebSocket-Version: 13\r\n" +
+                 moreHeaders + "\r\n");
+    if (!test::WaitFor([this] { return ReadResponse() || socket.state() == QAbstractSocket::UnconnectedState; })) {
       throw std::runtime_error("no answer to the upgrade");
     }
   }
@@ -30,6 +32,8 @@ public:
     QByteArray frame("\x81", 1);
     return frame.append(static_cast<char>(0x80 | text.size())).append(4, '\0').append(text);
   }
+
+  bool IsUpgraded() const { return response.startsWith("HTTP/1.1 101 "); }
 
   QTcpSocket socket;
   QByteArray response;

@@ -84,6 +84,10 @@ protected:
     return added;
   }
 
+  void Restart(const NetworkSettings& settings) {
+    server_ = std::make_unique<MainWebSocket>(quint16{0}, false, &blocks_, nullptr, settings);
+  }
+
   quint16 Port() const { return server_->Port(); }
 
   static QString SpectrumQuery(int number) { return QString(R"({"path": "p/s", "number": %1})").arg(number); }

@@ -29,13 +29,15 @@ protected:
 };
 
 constexpr const char* Good =
-    R"({"storage": {"file_path": "/data"}, "Hardware": [{"id": 1}], "processing": [{}, {}], "other": 1})";
+    R"({"storage": {"file_path": "/data"}, "Hardware": [{"id": 1}], "processing": [{}, {}],
+        "network": {"max_connections": 5}, "other": 1})";
 
 void ExpectGood(const std::optional<Configuration>& configuration) {
   ASSERT_TRUE(configuration);
   EXPECT_EQ(configuration->storagePath, QString("/data"));
   EXPECT_EQ(configuration->hardware, test::Array(R"([{"id": 1}])"));
   EXPECT_EQ(configuration->processing, test::Array("[{}, {}]"));
+  EXPECT_EQ(configuration->network.toObject(), test::Object(R"({"max_connections": 5})"));
 }
 
 void ExpectEmpty(const std::optional<Configuration>& configuration) {
@@ -43,9 +45,10 @@ void ExpectEmpty(const std::optional<Configuration>& configuration) {
   EXPECT_EQ(configuration->storagePath, QString());
   EXPECT_TRUE(configuration->hardware.isEmpty());
   EXPECT_TRUE(configuration->processing.isEmpty());
+  EXPECT_TRUE(configuration->network.isUndefined());
 }
 
-TEST_F(ConfigurationTest, ReadsTheThreeKeys) {
+TEST_F(ConfigurationTest, ReadsTheFourKeys) {
   ExpectGood(Load(Good));
   EXPECT_TRUE(log_.Lines().isEmpty());
 }
