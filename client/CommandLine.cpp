@@ -30,6 +30,7 @@ Commands AddCommands(CLI::App& app) {
   AddViewCommands(app, commands);
   AddRunCommands(app, commands);
   AddHvCommand(app, commands);
+  AddLedgerCommand(app, commands);
   AddFilesCommands(app, commands);
   AddCheckCommand(app, commands);
   return commands;

@@ -25,6 +25,7 @@ void AddBlockCommands(CLI::App& app, Commands& commands);
 void AddViewCommands(CLI::App& app, Commands& commands);
 void AddRunCommands(CLI::App& app, Commands& commands);
 void AddHvCommand(CLI::App& app, Commands& commands);
+void AddLedgerCommand(CLI::App& app, Commands& commands);
 void AddFilesCommands(CLI::App& app, Commands& commands);
 void AddCheckCommand(CLI::App& app, Commands& commands);
 

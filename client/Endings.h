@@ -16,6 +16,7 @@ enum class ExitCode {
   UnknownQuery = 7,  ///< the block is there but has no answer to this query
   BadFile = 8,       ///< a file is not as it should be, or can't be read
   Refused = 9,       ///< the server, or korvaxctl itself, refused to do it
+  NotBalanced = 10,  ///< an account of records doesn't balance
 };
 
 /// An exit code with the words that explain it; no words where none are needed.

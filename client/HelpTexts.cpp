@@ -4,8 +4,9 @@ namespace korvax::client::help {
 
 const char* const description =
     "korvaxctl talks to a running korvax-boards-server: it sends queries, draws spectra, maps and waveforms in\n"
-    "the terminal, shows rates, starts, stops and resets counting, records runs and switches high voltage.\n"
-    "It also reads the list, wave and rate files of a run, and checks configuration files.";
+    "the terminal, shows rates, starts, stops and resets counting, records runs, switches high voltage and\n"
+    "tells what became of every record. It also reads, verifies and recovers the list, wave and rate files of a\n"
+    "run, and checks configuration files.";
 
 const char* const footer = R"(Examples:
   korvaxctl query processing/0/filter_chain/board0/chain/spectrum0 '{"args":[{"cmd":"data_get_status"}]}'
@@ -23,7 +24,9 @@ const char* const footer = R"(Examples:
   korvaxctl run info
   korvaxctl run stop
   korvaxctl hv hv1 show
+  korvaxctl ledger
   korvaxctl files summary demo-storage/first
+  korvaxctl files verify demo-storage/first
   korvaxctl check examples/demo.json
 
 Every command takes --host, --port and --timeout, before or after its name, and --help.
@@ -38,7 +41,8 @@ Exit codes:
   6  the answer isn't of the kind that the command needs
   7  the block is there but has no answer to this query
   8  a file is not as it should be, or can't be read
-  9  refused: such a run exists already, a run is being recorded, no board is connected)";
+  9  refused: such a run exists already, a run is being recorded, no board is connected
+ 10  an account of records doesn't balance)";
 
 const char* const queryFooter = R"(A target with a "/" in it is a full path, any other is
 the name of a block. The answer is printed as it came.
@@ -186,15 +190,55 @@ Examples:
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 
+const char* const ledgerFooter =
+    R"(The server keeps an account of every record in every block. A row tells how many records a
+block received (a source: entries of the board), how many wait within it and in the queues before it, how many
+records it made, pushed to each of its outputs and dropped there because the queue was full, and what became of
+those it received. The last line says whether all this balances, and what is lost.
+
+What is lost, or doesn't fit, stands in red on a terminal; elsewhere, or with a NO_COLOR in the environment,
+behind a "!". While records flow, the account is read a few times, and what blocks have in hand is told.
+The exit code is 10 when the account doesn't balance; losses that are accounted for don't change it.
+
+Examples:
+  korvaxctl ledger
+  korvaxctl ledger --json
+
+See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
+const char* const verifyFooter =
+    R"(Compares the files of a run with run.summary, which the server wrote beside them: size and checksum
+of each file; files that are missing or were not ended, with the whole records in them; whether the run was
+ended, and what it lost. The exit code is 0 when all is as it was written, 8 when a file or the run isn't or
+there is no summary, 10 when the files are well but the run's account of records doesn't balance.
+
+Example:
+  korvaxctl files verify demo-storage/first
+
+See korvaxctl --help for the exit codes.)";
+
+const char* const recoverFooter =
+    R"(Copies a file up to the end of its last whole record into the new file OUT, which must have the same
+ending (.bin, .csv, .json); FILE stays as it is. An array of JSON is closed. Nothing is written over, and
+nothing is written when FILE doesn't begin as a run file does.
+
+Example:
+  korvaxctl files recover demo-storage/first/dumper1_0.bin recovered.bin
+
+See korvaxctl --help for the exit codes.)";
+
 const char* const filesFooter =
     R"(Reads list, wave and rate files of this machine; a folder stands for all of these in it. check says at
 which byte a file breaks off and how many whole records stand before it. csv joins files of one kind, and
-writes over no file that is there already.
+writes over no file that is there already. verify compares a run with its run.summary, recover copies what is
+whole of a file.
 
 Examples:
   korvaxctl files summary demo-storage/first
   korvaxctl files check demo-storage/first
   korvaxctl files csv demo-storage/first/dumper1_0.bin --output events.csv
+  korvaxctl files verify demo-storage/first
+  korvaxctl files recover demo-storage/first/dumper1_0.bin recovered.bin
 
 See korvaxctl --help for the exit codes.)";
 

@@ -17,7 +17,10 @@ extern const char* const resetFooter;
 extern const char* const statusFooter;
 extern const char* const runFooter;
 extern const char* const hvFooter;
+extern const char* const ledgerFooter;
 extern const char* const filesFooter;
+extern const char* const verifyFooter;
+extern const char* const recoverFooter;
 extern const char* const checkFooter;
 
 }  // namespace korvax::client::help

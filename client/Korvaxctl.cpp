@@ -6,13 +6,16 @@
 #include "client/HeatMapView.h"
 #include "client/HvCommand.h"
 #include "client/JsonAnswers.h"
+#include "client/LedgerCommand.h"
 #include "client/QueryClient.h"
 #include "client/RateQueries.h"
 #include "client/RatesView.h"
+#include "client/RecoverCommand.h"
 #include "client/RunCommand.h"
 #include "client/ScopeView.h"
 #include "client/SinkQueries.h"
 #include "client/SpectrumView.h"
+#include "client/VerifyCommand.h"
 
 namespace korvax::client {
 
@@ -68,7 +71,10 @@ public:
   Ending operator()(const RatesRequest& request) const { return RatesView(server_, request, console_).Run(); }
   Ending operator()(const RunRequest& request) const { return ControlRun(server_, request, console_); }
   Ending operator()(const HvRequest& request) const { return RunHv(server_, request, console_); }
+  Ending operator()(const LedgerRequest& request) const { return ShowLedger(server_, request, console_); }
   Ending operator()(const FilesRequest& request) const { return RunFiles(request, console_); }
+  Ending operator()(const VerifyRequest& request) const { return VerifyRuns(request, console_); }
+  Ending operator()(const RecoverRequest& request) const { return RecoverFile(request, console_); }
   Ending operator()(const CheckRequest& request) const { return RunCheck(request, console_); }
 
 private:

@@ -99,6 +99,11 @@ struct HvRequest {
   HvAction action = HvAction::Show;
 };
 
+/// korvaxctl ledger
+struct LedgerRequest {
+  bool json = false;
+};
+
 enum class FilesAction { Summary, Check, Csv };
 
 /// korvaxctl files summary, check or csv PATH...
@@ -108,13 +113,25 @@ struct FilesRequest {
   QString output;              ///< Csv: the file to create; empty means standard output
 };
 
+/// korvaxctl files verify FOLDER...
+struct VerifyRequest {
+  std::vector<QString> folders;
+};
+
+/// korvaxctl files recover FILE OUT
+struct RecoverRequest {
+  QString file;
+  QString output;
+};
+
 /// korvaxctl check FILE, or --schema without one
 struct CheckRequest {
   QString file;
   bool schema = false;
 };
 
-using Request = std::variant<QueryRequest, SinkRequest, SpectrumRequest, HeatMapRequest, ScopeRequest,
-                             RatesRequest, RunRequest, HvRequest, FilesRequest, CheckRequest>;
+using Request =
+    std::variant<QueryRequest, SinkRequest, SpectrumRequest, HeatMapRequest, ScopeRequest, RatesRequest,
+                 RunRequest, HvRequest, LedgerRequest, FilesRequest, VerifyRequest, RecoverRequest, CheckRequest>;
 
 }  // namespace korvax::client

@@ -91,6 +91,7 @@ FileSummary Summarise(const std::string& path) {
       std::swap(record, last);
     }
     summary.last = summary.records == 0 ? "" : InWords(last);
+    summary.wholeBytes = reader.WholeBytes();
     summary.created = reader.Created();
     summary.fault = reader.Fault();
   });

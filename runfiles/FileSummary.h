@@ -12,6 +12,9 @@ struct FileSummary {
   std::optional<FileFault> fault;        ///< nothing when it is as it should be
   std::optional<std::uint64_t> created;  ///< seconds since 1970-01-01 UTC
 
+  /// Those of the head and the whole records, up to which the file can be kept; nothing without a whole head.
+  std::optional<std::uint64_t> wholeBytes;
+
   // All below is of the whole records.
   std::uint64_t records = 0;  ///< those of a list are events
 

@@ -99,6 +99,20 @@ std::optional<Form> FormOfName(const std::string& path) {
   return path.ends_with(".json") ? std::optional(Form::Json) : std::nullopt;
 }
 
+std::string HeadInWords(Form form) {
+  switch (form) {
+    case Form::Binary:
+      return "\"KVXS\" and 10 digits (events), \"KVXS\" or \"KVXO\", 4 zero bytes and 8 of the time (waves), or "
+             "\"KVXR\", "
+             "4 zero bytes and 8 of the time (rates)";
+    case Form::Csv:
+      return "a digit (events, waves), or the line of column names, \"timestamp,rate_in_ch0,...\" (rates)";
+    case Form::Json:
+      break;
+  }
+  return "\"[\"";
+}
+
 Recognised Recognise(const std::string& path) {
   FileScanner in(path);
   const std::string_view bytes = in.Peek(EnoughBytes);

@@ -21,6 +21,9 @@ struct FileType {
 /// The form that a file's name says: ".bin", ".csv" or ".json" at its end; nothing for any other name.
 std::optional<Form> FormOfName(const std::string& path);
 
+/// What the files of a form begin with, in words.
+std::string HeadInWords(Form form);
+
 /// Tells a file's type by its name and its first bytes; or else what is wrong with them.
 std::variant<FileType, FileFault> Recognise(const std::string& path);
 

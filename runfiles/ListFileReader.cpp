@@ -85,7 +85,7 @@ bool ListFileReader::Next(ListRecord& record) {
 
 std::optional<FileFault> ListFileReader::Fault() const {
   using enum FileFault::Kind;
-  const std::uint64_t next = headerSize_ + RecordSize * recordsRead_;
+  const std::uint64_t next = WholeBytes().value_or(0);
   switch (state_) {
     case ListFileState::Good:
       break;
@@ -99,6 +99,10 @@ std::optional<FileFault> ListFileReader::Fault() const {
       return FileFault{ReadError, next, size_, recordsRead_};
   }
   return next == size_ ? std::nullopt : std::optional(FileFault{CutOff, next, size_, recordsRead_});
+}
+
+std::optional<std::uint64_t> ListFileReader::WholeBytes() const {
+  return headerSize_ == 0 ? std::nullopt : std::optional(headerSize_ + RecordSize * recordsRead_);
 }
 
 std::optional<std::uint64_t> ListFileReader::Created() const {

@@ -50,6 +50,7 @@ public:
   /// The next whole record; false at the end, or when the state isn't Good (any more).
   bool Next(ListRecord& record) override;
   std::optional<FileFault> Fault() const override;
+  std::optional<std::uint64_t> WholeBytes() const override;
   std::optional<std::uint64_t> Created() const override;
 
 private:
@@ -59,7 +60,7 @@ private:
   std::ifstream file_;
   std::uint64_t size_ = 0;
   std::uint64_t creationTime_ = 0;
-  std::uint64_t headerSize_ = 0;  // offset of the first record
+  std::uint64_t headerSize_ = 0;  // offset of the first record; 0 without a whole header
   std::uint64_t wholeRecords_ = 0;
   std::uint64_t recordsRead_ = 0;
   ListFileState state_;  // last: Open() fills the others

@@ -25,6 +25,10 @@ public:
   /// Once Next() gave false: why it wasn't the file's proper end; nothing when it was.
   virtual std::optional<FileFault> Fault() const = 0;
 
+  /// How many bytes the head and the records that Next() gave take, which is where the next record begins; nothing
+  /// when there is no whole head.
+  virtual std::optional<std::uint64_t> WholeBytes() const = 0;
+
   /// When the file was created, in seconds since 1970-01-01 UTC; nothing when the form doesn't tell.
   virtual std::optional<std::uint64_t> Created() const = 0;
 };

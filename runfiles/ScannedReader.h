@@ -27,7 +27,9 @@ public:
     if (layout_.readHead != nullptr) {
       created_ = layout_.readHead(in_);
     }
-    whole_ = in_.Good() ? in_.Offset() : 0;
+    if (in_.Good()) {
+      whole_ = in_.Offset();
+    }
   }
 
   bool Next(Record& record) override {
@@ -58,9 +60,10 @@ public:
       case FileScanner::Stop::EndOfFile:
         break;
     }
-    return FileFault{layout_.form == Form::Json ? NotClosed : CutOff, whole_, in_.Size(), records_};
+    return FileFault{layout_.form == Form::Json ? NotClosed : CutOff, whole_.value_or(0), in_.Size(), records_};
   }
 
+  std::optional<std::uint64_t> WholeBytes() const override { return whole_; }
   std::optional<std::uint64_t> Created() const override { return created_; }
 
 private:
@@ -78,7 +81,7 @@ private:
   const Layout<Record> layout_;
   FileScanner in_;
   std::optional<std::uint64_t> created_;
-  std::uint64_t whole_ = 0;  // offset behind the last whole record, or the head
+  std::optional<std::uint64_t> whole_;  // offset behind the last whole record, or the head
   std::uint64_t records_ = 0;
   bool closed_ = false;  // by the "]" of JSON
 };

@@ -78,6 +78,18 @@ TEST(CommandGroups, readFiles) {
   EXPECT_EQ(csv.output, "b.csv");
 }
 
+TEST(CommandGroups, readARunToVerifyAndAFileToRecover) {
+  EXPECT_THAT(Parsed<VerifyRequest>({"files", "verify", "a", "b/c"}).folders, ElementsAre("a", "b/c"));
+  const auto recover = Parsed<RecoverRequest>({"files", "recover", "a.bin", "b.bin"});
+  EXPECT_EQ(recover.file, "a.bin");
+  EXPECT_EQ(recover.output, "b.bin");
+}
+
+TEST(CommandGroups, readALedger) {
+  EXPECT_FALSE(Parsed<LedgerRequest>({"ledger"}).json);
+  EXPECT_TRUE(Parsed<LedgerRequest>({"ledger", "--json"}).json);
+}
+
 TEST(CommandGroups, takeTheConnectionBeforeOrAfterTheirCommand) {
   for (const Words& words : {Words{"--port", "9", "run", "info"}, Words{"run", "--port", "9", "info"},
                              Words{"run", "info", "--port", "9"}, Words{"hv", "--port", "9", "x", "show"}}) {
@@ -105,6 +117,12 @@ TEST_P(GroupRefused, isAUsageErrorThatNamesTheFaultAndTheHelpOfTheCommand) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLine, GroupRefused,
     testing::Values(
+        RefusedRow{{"ledger", "spectrum0"}, "spectrum0", "ledger "},
+        RefusedRow{{"files", "verify"}, "FOLDER", "files verify "},
+        RefusedRow{{"files", "verify", "a", "--output", "b"}, "--output", "files verify "},
+        RefusedRow{{"files", "recover", "a.bin"}, "OUT", "files recover "},
+        RefusedRow{{"files", "recover", "", "b.bin"}, "FILE: it is empty", "files recover "},
+        RefusedRow{{"files", "recover", "a.bin", "b.bin", "c.bin"}, "c.bin", "files recover "},
         RefusedRow{{"run"}, "A command is missing", "run "},
         RefusedRow{{"run", "dance"}, "\"dance\" is not a command", "run "},
         RefusedRow{{"run", "start"}, "ID", "run start "},

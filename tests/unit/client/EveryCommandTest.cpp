@@ -49,7 +49,8 @@ const std::vector<Words> commandsByName{{"scope", "commands"},
                                         {"run", "stop"},
                                         {"run", "pause"},
                                         {"run", "restart"},
-                                        {"run", "info"}};
+                                        {"run", "info"},
+                                        {"ledger"}};
 
 std::vector<Words> AllCommands() {
   std::vector<Words> commands = commandsByPath;

@@ -195,6 +195,33 @@ TEST_F(AMapOnATerminal, isUncolouredWhereTheUserWishesOrTheTerminalIsDumb) {
   EXPECT_FALSE(Drawn("", {}).contains('\x1b'));
 }
 
+class ALedgerOnATerminal : public OnATerminal {
+protected:
+  /// What the program wrote, with its carriage returns.
+  std::string Shown(bool withoutColour) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("NO_COLOR"));
+    environment.insert(QStringLiteral("TERM"), QStringLiteral("xterm-256color"));
+    if (withoutColour) {
+      environment.insert(QStringLiteral("NO_COLOR"), QStringLiteral("1"));
+    }
+    program_.setProcessEnvironment(environment);
+    const int before = terminal_.Output().size();
+    StartFor(ledger_, {"ledger"});
+    EXPECT_TRUE(Ends());
+    EXPECT_EQ(program_.exitCode(), 0);
+    return terminal_.Output().mid(before).toStdString();
+  }
+
+  ScriptedServer ledger_{test::Always(QStringLiteral(
+      R"({"ledger":{"blocks":[{"name":"a","type":"t","received":4,"waiting":0,"became":{"refused":4}}]}})"))};
+};
+
+TEST_F(ALedgerOnATerminal, showsLossesInRedUnlessTheUserWishesNoColour) {
+  EXPECT_THAT(Shown(false), HasSubstr("\x1b[31m4 refused\x1b[0m\r\n"));
+  EXPECT_THAT(Shown(true), HasSubstr("  !4 refused\r\n"));
+}
+
 TEST_F(AMapOnATerminal, isDrawnInPlaceWhenItIsLive) {
   StartFor(maps_, {"position", "a/b", "--live", "--interval", "0.05"});
   ASSERT_TRUE(WaitFor([&] { return terminal_.Output().count("\x1b[H") >= 3; }));

@@ -76,6 +76,21 @@ bool NothingTellsThatMoreWasToCome(const Example& example, std::size_t length) {
   return length >= example.head.size() && length == WholeIn(example, length).end;
 }
 
+TEST_P(Damaged, tellsHowManyBytesAreWholeWhereverItEnds) {
+  const std::string bytes = GetParam().Bytes();
+  for (std::size_t length = 0; length <= bytes.size(); ++length) {
+    const bool withinHead = length < GetParam().head.size();
+    const std::optional<std::uint64_t> whole = Summary(bytes.substr(0, length)).wholeBytes;
+    if (!withinHead) {
+      EXPECT_EQ(whole, WholeIn(GetParam(), length).end) << length;
+    } else if (NothingTellsThatMoreWasToCome(GetParam(), length)) {
+      EXPECT_EQ(whole, length);
+    } else {
+      EXPECT_EQ(whole, std::nullopt) << length;
+    }
+  }
+}
+
 TEST_P(Damaged, isGoodWhenItIsWhole) {
   const FileSummary summary = Summary(GetParam().Bytes());
   EXPECT_FALSE(summary.fault);
