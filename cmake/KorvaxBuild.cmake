@@ -14,6 +14,7 @@ endif()
 
 option(KORVAX_WERROR "Treat warnings as errors" OFF)
 option(KORVAX_BENCHMARKS "Build the benchmarks" OFF)
+option(KORVAX_FUZZ "Instrument everything for fuzzing, and build the fuzz targets (clang only)" OFF)
 set(KORVAX_SANITIZE "" CACHE STRING "Sanitizers of the whole build: address,undefined or thread")
 
 find_program(KORVAX_CCACHE ccache)
@@ -28,6 +29,14 @@ if(KORVAX_SANITIZE)
   if(KORVAX_SANITIZE MATCHES "undefined")
     add_compile_options(-fno-sanitize-recover=undefined)
   endif()
+endif()
+
+if(KORVAX_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "KORVAX_FUZZ needs clang, as in: cmake --preset fuzz")
+  endif()
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()
 
 add_library(korvax_warnings INTERFACE)
