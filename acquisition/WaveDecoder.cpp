@@ -2,8 +2,6 @@
 
 #include "framework/KorvaxPayload_Waves.h"
 
-#include <algorithm>
-
 namespace acquisition {
 
 namespace {
@@ -21,6 +19,16 @@ bool IsPlausible(const board::WaveGroupRecord& group) {
          group.samplesPerWave <= MostSamples && qint64{group.waves} * group.samplesPerWave <= MostSamplesOfGroup;
 }
 
+// Zeros where the board gave no samples.
+template <typename Raw, typename T>
+void TakeSamples(const Raw* raw, std::ptrdiff_t first, qint32 count, WaveSamples<T>& samples) {
+  if (raw == nullptr) {
+    samples.assign(static_cast<std::size_t>(count), T());
+  } else {
+    samples.assign(raw + first, raw + first + count);
+  }
+}
+
 std::unique_ptr<KorvaxPayload_Wave> WaveOf(const board::WaveGroupRecord& group, qint32 index) {
   const board::WaveData& data = *group.data;
   const auto first = static_cast<std::ptrdiff_t>(group.samplesPerWave) * index;
@@ -28,14 +36,8 @@ std::unique_ptr<KorvaxPayload_Wave> WaveOf(const board::WaveGroupRecord& group, 
   wave->word1 = data.word1;
   wave->word2 = data.word2;
   wave->word3 = data.word3;
-  wave->analog.fill(0.0, group.samplesPerWave);
-  wave->digital.fill(0, group.samplesPerWave);
-  if (data.analog != nullptr) {
-    std::copy_n(data.analog + first, group.samplesPerWave, wave->analog.begin());
-  }
-  if (data.digital != nullptr) {
-    std::copy_n(data.digital + first, group.samplesPerWave, wave->digital.begin());
-  }
+  TakeSamples(data.analog, first, group.samplesPerWave, wave->analog);
+  TakeSamples(data.digital, first, group.samplesPerWave, wave->digital);
   return wave;
 }
 

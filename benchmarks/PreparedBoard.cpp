@@ -14,6 +14,7 @@ namespace {
 using SteadyClock = std::chrono::steady_clock;
 
 std::span<const std::span<const board::Entry>> blocks;
+qint64 reads = 0;
 std::atomic<qint64> left = 0;
 std::atomic<qint64> out = 0;
 std::chrono::nanoseconds pace{0};
@@ -43,7 +44,7 @@ std::int32_t Read(std::uint64_t /*handle*/, const char* /*endpoint*/, std::int32
     return -11;
   }
   WaitForNext();
-  const auto& entries = blocks[static_cast<std::size_t>(number) % blocks.size()];
+  const auto& entries = blocks[static_cast<std::size_t>(reads - number) % blocks.size()];
   const board::ReadBlock block{reinterpret_cast<const std::byte*>(entries.data()), 0,
                                static_cast<qint32>(entries.size())};
   std::memcpy(holder, &block, sizeof block);
@@ -72,10 +73,11 @@ vendor::FunctionLookup PreparedBoard::Lookup() {
   };
 }
 
-void PreparedBoard::Load(std::span<const std::span<const board::Entry>> prepared, qint64 reads) {
+void PreparedBoard::Load(std::span<const std::span<const board::Entry>> prepared, qint64 count) {
   blocks = prepared;
+  reads = count;
   next = SteadyClock::now();
-  left.store(reads, std::memory_order_release);
+  left.store(count, std::memory_order_release);
 }
 
 void PreparedBoard::SetPace(qint64 nanosecondsBetweenBlocks) {

@@ -50,6 +50,14 @@ public:
     return *this;
   }
 
+  /// Lets `fill` write up to so many bytes itself: it gets where they begin and returns where they end.
+  template <std::invocable<char*> Fill>
+  ByteWriter& Filled(std::size_t mostBytes, Fill fill) {
+    char* const begin = Room(mostBytes);
+    size_ += static_cast<std::size_t>(fill(begin) - begin);
+    return *this;
+  }
+
   std::string_view View() const { return {data_.get(), size_}; }
   std::size_t Size() const { return size_; }
   void Clear() { size_ = 0; }

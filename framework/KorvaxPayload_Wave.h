@@ -1,8 +1,13 @@
 #pragma once
 
 #include "framework/KorvaxPayload.h"
+#include "framework/RecycledMemory.h"
 
-#include <QVector>
+#include <vector>
+
+/// The samples of one trace, in memory that goes round.
+template <typename T>
+using WaveSamples = std::vector<T, korvax::RecyclingAllocator<T>>;
 
 /// One waveform of one channel. Has no form in list files: Write always returns false.
 class KorvaxPayload_Wave final : public KorvaxPayload {
@@ -18,6 +23,6 @@ public:
   quint64 word1 = 0;  ///< three values of the board's wave record, carried unchanged
   quint64 word2 = 0;
   quint64 word3 = 0;
-  QVector<double> analog;    ///< one element per sample, ADC units; shared with copies until one is written
-  QVector<quint32> digital;  ///< one word of probe bits per sample
+  WaveSamples<double> analog;    ///< one element per sample, ADC units
+  WaveSamples<quint32> digital;  ///< one word of probe bits per sample
 };

@@ -9,9 +9,13 @@ WorkerThread::~WorkerThread() {
   Q_ASSERT(!isRunning());
 }
 
+// Without the lock while the worker works: there may be a call for each message.
 void WorkerThread::Wake() {
-  const Lock lock(mutex_);
-  wake_.wakeAll();
+  if (waits_.load(std::memory_order_acquire)) {
+    const Lock lock(mutex_);
+    waits_.store(false, std::memory_order_release);  // one call is enough
+    wake_.wakeAll();
+  }
 }
 
 void WorkerThread::Stop() {
@@ -27,7 +31,9 @@ void WorkerThread::Stop() {
 bool WorkerThread::WaitForWake() {
   Lock lock(mutex_);
   if (!stopping_.load(std::memory_order_relaxed)) {
+    waits_.store(true, std::memory_order_release);
     lock.Wait(wake_);
+    waits_.store(false, std::memory_order_release);
   }
   return !stopping_.load(std::memory_order_relaxed);
 }

@@ -63,6 +63,7 @@ private:
   Fates booked_;  // worker: what isn't in the account yet
   QMutex mutex_;
   QWaitCondition wake_;
+  std::atomic<bool> waits_ = false;     // written under mutex_
   std::atomic<bool> stopping_ = false;  // written under mutex_, so that no stop is missed
 };
 

@@ -11,26 +11,40 @@ namespace korvax {
 
 namespace {
 
-// Takes back what was written of a line that found no room: the next one would run into it.
-bool AppendWhole(QFile& file, const QByteArray& line) {
+// Why the line could not be written; empty when it was. Takes back what was written of a line that found no room:
+// the next one would run into it.
+QString AppendWhole(QFile& file, const QByteArray& line) {
   const qint64 before = file.size();
-  if (file.write(line) == line.size()) {
-    return true;
+  for (qint64 done = 0; done < line.size();) {
+    const qint64 written = file.write(line.constData() + done, line.size() - done);
+    if (written <= 0) {
+      const QString problem = file.errorString();  // the next call forgets it
+      file.resize(before);
+      return problem;
+    }
+    done += written;
   }
-  file.resize(before);
-  return false;
+  return {};
+}
+
+// The same, and nothing done when the file must be there and isn't.
+QString AppendTo(const QString& path, const QByteArray& line, QIODevice::OpenMode more) {
+  QFile file(path);
+  if (!IsPath(path) || (more == QIODevice::ExistingOnly && !file.exists())) {
+    return {};
+  }
+  return file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered | more)
+             ? AppendWhole(file, line)
+             : file.errorString();
 }
 
 void Write(const QString& folder, const QJsonObject& line, QIODevice::OpenMode more) {
   static QMutex mutex;  // recorders and run control write to the same file
   const Lock lock(mutex);
-  QFile file(folder + QStringLiteral("/run.summary"));
-  if (!IsPath(file.fileName()) || (more == QIODevice::ExistingOnly && !file.exists())) {
-    return;
-  }
-  if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered | more) ||
-      !AppendWhole(file, QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n')) {
-    qInfo() << "Unable to write the run summary" << file.fileName() << ":" << file.errorString()
+  const QString path = folder + QStringLiteral("/run.summary");
+  const QString problem = AppendTo(path, QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n', more);
+  if (!problem.isEmpty()) {
+    qInfo() << "Unable to write the run summary" << path << ":" << problem
             << ". The run goes on; its files can't all be verified.";
   }
 }

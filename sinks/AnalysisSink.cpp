@@ -1,10 +1,16 @@
 #include "sinks/AnalysisSink.h"
 
 #include "framework/Answers.h"
-#include "framework/ByteWriter.h"
 #include "sinks/SinkQuery.h"
 
 namespace korvax {
+
+namespace {
+
+// One huge answer must not keep its memory for good.
+constexpr std::size_t LargestKeptText = std::size_t{16} << 20;
+
+}  // namespace
 
 AnalysisSink::AnalysisSink(const QString& blockType, const ChainContext& context, const QJsonValue& block,
                            QObject* parent)
@@ -24,9 +30,12 @@ void AnalysisSink::StopWorker() {
 void AnalysisSink::Answer(const QString& message, QString& answer) {
   const SinkQuery query = SinkQuery::Parse(message);
   if (query.command == QLatin1String("get_data")) {
-    ByteWriter text;
-    AppendData(query, text);
-    answer.append(QLatin1String(text.View().data(), static_cast<int>(text.Size())));
+    text_.Clear();
+    AppendData(query, text_);
+    answer.append(QLatin1String(text_.View().data(), static_cast<int>(text_.Size())));
+    if (text_.Size() > LargestKeptText) {
+      text_ = ByteWriter();
+    }
   } else if (query.command == QLatin1String("reset")) {
     worker_->Reset();
     answer.append(answers::Success());

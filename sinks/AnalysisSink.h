@@ -1,12 +1,12 @@
 #pragma once
 
+#include "framework/ByteWriter.h"
 #include "framework/KorvaxBlock.h"
 #include "framework/QueryHandler.h"
 #include "sinks/SinkThread.h"
 
 namespace korvax {
 
-class ByteWriter;
 struct SinkQuery;
 
 /// What the analysis sinks share: a block with one input pin, whose worker counts what arrives, and the queries
@@ -42,6 +42,7 @@ protected:
 
 private:
   std::unique_ptr<SinkThread> worker_;
+  ByteWriter text_;  // kept from answer to answer for its memory
 };
 
 }  // namespace korvax

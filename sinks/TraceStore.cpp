@@ -69,14 +69,14 @@ void TraceStore::StoreWave(qint32 channel, const KorvaxPayload_Wave& wave, qint3
   const qint32 samples = std::clamp(samplesPerWave, 0, shape_.samples);
   const std::span<double> analog = WritableSlot(FirstSlot(channel));
   if (!analog.empty()) {
-    std::copy_n(wave.analog.begin(), std::min(samples, wave.analog.size()), analog.begin());
+    std::copy_n(wave.analog.begin(), std::min(samples, static_cast<qint32>(wave.analog.size())), analog.begin());
   }
-  const qint32 words = std::min(samples, wave.digital.size());
+  const qint32 words = std::min(samples, static_cast<qint32>(wave.digital.size()));
   for (qint32 d = 0; d < shape_.digital; ++d) {
     const std::span<double> trace = WritableSlot(FirstSlot(channel) + 1 + d);
     if (!trace.empty()) {
       std::transform(wave.digital.begin(), wave.digital.begin() + words, trace.begin(),
-                     [d](quint32 word) { return static_cast<double>((word >> (d % WordBits)) & 1U); });
+                     [d](quint32 word) { return static_cast<double>(static_cast<qint32>((word >> (d % WordBits)) & 1U)); });
     }
   }
 }

@@ -94,10 +94,10 @@ TEST(WaveDecoder, SamplesOfAWaveStandBehindTheWavesBeforeIt) {
   EXPECT_EQ(waves.count, 0);
   ExpectHeader(waves, 42, 3);
   ASSERT_EQ(waves.waves.size(), 2U);
-  EXPECT_EQ(Wave(waves, 0).analog, (QVector<double>{1.0, -2.0, 2147483647.0}));
-  EXPECT_EQ(Wave(waves, 0).digital, (QVector<quint32>{1, 2, 3}));
-  EXPECT_EQ(Wave(waves, 1).analog, (QVector<double>{-2147483648.0, 5.0, 6.0}));
-  EXPECT_EQ(Wave(waves, 1).digital, (QVector<quint32>{4, 5, 0xFFFFFFFFU}));
+  EXPECT_EQ(Wave(waves, 0).analog, (WaveSamples<double>{1.0, -2.0, 2147483647.0}));
+  EXPECT_EQ(Wave(waves, 0).digital, (WaveSamples<quint32>{1, 2, 3}));
+  EXPECT_EQ(Wave(waves, 1).analog, (WaveSamples<double>{-2147483648.0, 5.0, 6.0}));
+  EXPECT_EQ(Wave(waves, 1).digital, (WaveSamples<quint32>{4, 5, 0xFFFFFFFFU}));
 }
 
 TEST(WaveDecoder, AllWavesOfAGroupShareItsWords) {
@@ -130,9 +130,9 @@ TEST(WaveDecoder, TwoGroupsGiveOneRecordWithTheWavesOfBothAndTheLastHeader) {
   const KorvaxPayload_Waves& waves = WavesOf(*batch);
   ExpectHeader(waves, 9, 3);
   ASSERT_EQ(waves.waves.size(), 3U);
-  EXPECT_EQ(Wave(waves, 0).analog, QVector<double>{1.0});
-  EXPECT_EQ(Wave(waves, 1).analog, QVector<double>{2.0});
-  EXPECT_EQ(Wave(waves, 2).analog, (QVector<double>{3.0, 4.0, 5.0}));
+  EXPECT_EQ(Wave(waves, 0).analog, WaveSamples<double>{1.0});
+  EXPECT_EQ(Wave(waves, 1).analog, WaveSamples<double>{2.0});
+  EXPECT_EQ(Wave(waves, 2).analog, (WaveSamples<double>{3.0, 4.0, 5.0}));
 }
 
 TEST(WaveDecoder, AGroupWithoutWavesStillSetsTheHeader) {
@@ -150,8 +150,8 @@ TEST(WaveDecoder, WavesOfNoSamplesAreEmpty) {
   block.Add(GroupRecord({1, 0, 3, data.Data()}));
   const auto batch = Decode(block);
   ASSERT_EQ(WavesOf(*batch).waves.size(), 3U);
-  EXPECT_TRUE(Wave(WavesOf(*batch), 2).analog.isEmpty());
-  EXPECT_TRUE(Wave(WavesOf(*batch), 2).digital.isEmpty());
+  EXPECT_TRUE(Wave(WavesOf(*batch), 2).analog.empty());
+  EXPECT_TRUE(Wave(WavesOf(*batch), 2).digital.empty());
 }
 
 TEST(WaveDecoder, AMissingSampleArrayLeavesZeros) {
@@ -162,10 +162,10 @@ TEST(WaveDecoder, AMissingSampleArrayLeavesZeros) {
   test::RawBlock block;
   block.Add(GroupRecord({1, 2, 1, onlyAnalog.Data()})).Add(GroupRecord({1, 2, 1, onlyDigital.Data()}));
   const auto batch = Decode(block);
-  EXPECT_EQ(Wave(WavesOf(*batch), 0).analog, (QVector<double>{4.0, 5.0}));
-  EXPECT_EQ(Wave(WavesOf(*batch), 0).digital, (QVector<quint32>{0, 0}));
-  EXPECT_EQ(Wave(WavesOf(*batch), 1).analog, (QVector<double>{0.0, 0.0}));
-  EXPECT_EQ(Wave(WavesOf(*batch), 1).digital, (QVector<quint32>{6, 7}));
+  EXPECT_EQ(Wave(WavesOf(*batch), 0).analog, (WaveSamples<double>{4.0, 5.0}));
+  EXPECT_EQ(Wave(WavesOf(*batch), 0).digital, (WaveSamples<quint32>{0, 0}));
+  EXPECT_EQ(Wave(WavesOf(*batch), 1).analog, (WaveSamples<double>{0.0, 0.0}));
+  EXPECT_EQ(Wave(WavesOf(*batch), 1).digital, (WaveSamples<quint32>{6, 7}));
 }
 
 TEST(WaveDecoder, CountsThatCannotBeTrueGiveNoWavesButTheHeader) {

@@ -40,8 +40,8 @@ TEST(WaveRecord, cloneCarriesOverTheSamplesOnly_isKept) {
   const auto wave = Wave(1.5);
   const auto clone = wave->Clone();
   const KorvaxPayload_Wave& copy = AsWave(clone.get());
-  EXPECT_EQ(copy.analog, (QVector<double>{1.5, -2.5, 3.0}));
-  EXPECT_EQ(copy.digital, (QVector<quint32>{1, 0xFFFFFFFF, 0}));
+  EXPECT_EQ(copy.analog, (WaveSamples<double>{1.5, -2.5, 3.0}));
+  EXPECT_EQ(copy.digital, (WaveSamples<quint32>{1, 0xFFFFFFFF, 0}));
   EXPECT_EQ(copy.TypeText(), QLatin1String(""));
   EXPECT_EQ(copy.count, 0);
 }

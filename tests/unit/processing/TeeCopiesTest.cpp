@@ -95,7 +95,7 @@ TEST(TeeCopies, ofWavesShareNoSamplesThatAreChanged) {
   DataMessage second = tee.Next(1);
   static_cast<KorvaxPayload_Wave&>(*Only<KorvaxPayload_Waves>(first).waves.at(0)).analog[0] = 7.0;
   EXPECT_EQ(static_cast<KorvaxPayload_Wave&>(*Only<KorvaxPayload_Waves>(second).waves.at(0)).analog,
-            (QVector<double>{1.0, 2.0}));
+            (WaveSamples<double>{1.0, 2.0}));
 }
 
 TEST(TeeCopies, ofWavesLoseHeaderTypeTextAndWords_isKept) {
@@ -126,8 +126,8 @@ TEST(TeeCopies, ofWavesLoseHeaderTypeTextAndWords_isKept) {
   EXPECT_EQ(copiedWave.TypeText(), QLatin1String());
   EXPECT_EQ(copiedWave.count, 0);
   EXPECT_EQ(copiedWave.word1, 0U);
-  EXPECT_EQ(copiedWave.analog, (QVector<double>{1.0, 2.0}));
-  EXPECT_EQ(copiedWave.digital, (QVector<quint32>{3, 4}));
+  EXPECT_EQ(copiedWave.analog, (WaveSamples<double>{1.0, 2.0}));
+  EXPECT_EQ(copiedWave.digital, (WaveSamples<quint32>{3, 4}));
 }
 
 TEST(TeeCopies, areLeftWhenTheIncomingRecordsAreDestroyed) {

@@ -11,8 +11,8 @@ namespace test {
 using WavesRecord = std::unique_ptr<KorvaxPayload_Waves>;
 
 struct Samples {
-  QVector<double> analog;
-  QVector<quint32> digital;
+  WaveSamples<double> analog;
+  WaveSamples<quint32> digital;
 };
 
 /// The waves of one board read, channel by channel.

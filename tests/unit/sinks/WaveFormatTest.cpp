@@ -43,7 +43,7 @@ TraceStore TwoChannels() {
 }
 
 // One channel of the given samples.
-TraceStore Analog(const QVector<double>& samples) {
+TraceStore Analog(const WaveSamples<double>& samples) {
   TraceStore store({.samples = static_cast<qint32>(samples.size()), .channels = 1, .analog = 1, .digital = 0});
   store.Store(*Waves(static_cast<qint32>(samples.size()), {{samples, {}}}));
   return store;
