@@ -99,7 +99,8 @@ protected:
   Process_Time_Sorting& sorter = Add("sorter", MakeSorter());
   Process_Tee& fan = Add("fan", MakeTee(2));
   Position& position = Add("position", Make<Position>(test::Array(R"([
-      {"param_name":"positions","param_value":[0,0]},{"param_name":"correlated_channels","param_value":[1,0]}])")));
+      {"param_name":"positions","param_value":[0,0]},
+      {"param_name":"correlated_channels","param_value":[1,0]}])")));
   time_distribution& times =
       Add("times", Make<time_distribution>(
                        {Parameter("binning", 1000), Parameter("bin_number", 50), Parameter("ch_number", 8)}));

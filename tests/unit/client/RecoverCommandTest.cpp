@@ -85,13 +85,13 @@ TEST_P(RecoveryOf, keepsTheWholeRecordsOfEveryBeginning) {
 
 TEST_P(RecoveryOf, endsBeforeARecordThatIsMalformed) {
   const Example& example = GetParam();
-  if (example.type == korvax::runfiles::FileType{korvax::runfiles::Kind::List, Form::Binary}) {
-    GTEST_SKIP() << "any 25 bytes are an event";
-  }
-  const std::string file = Write(example.fileName, example.head + example.records[0] + std::string(50, '\xff'));
+  const std::string noise(50, '\xff');
+  const std::string file = Write(example.fileName, example.head + example.records[0] + noise);
   const std::string output = Path(std::string("out-") + example.fileName);
   EXPECT_EQ(Recover(file, output).code, ExitCode::Ok);
-  EXPECT_EQ(Content(output), example.head + example.records[0] + example.tail);
+  // In a binary list any 25 bytes are an event.
+  const bool isAnyEvent = example.type == korvax::runfiles::FileType{korvax::runfiles::Kind::List, Form::Binary};
+  EXPECT_EQ(Content(output), example.head + example.records[0] + (isAnyEvent ? noise : example.tail));
 }
 
 const std::string Lines = "1,0,11,\n2,5,12,\n";
