@@ -12,20 +12,19 @@ std::vector<std::vector<double>> Oscilloscope_Thread::Traces(const std::vector<q
   traces.reserve(slotNumbers.size());
   const korvax::Lock lock(mutex_);
   for (const qint64 slot : slotNumbers) {
-    const std::span<const double> values = store_.Slot(slot);
-    traces.emplace_back(values.begin(), values.end());
+    traces.push_back(store_.Slot(slot));
   }
   return traces;
 }
 
 void Oscilloscope_Thread::Consume(DataMessage&& message) {
   const auto batch = std::move(message.batch);
-  const KorvaxPayload_Waves* first = nullptr;
+  KorvaxPayload_Waves* first = nullptr;
   quint64 count = 0;
   if (batch != nullptr) {
     for (const auto& record : batch->records) {
-      if (const auto* waves = korvax::PayloadCast<KorvaxPayload_Waves>(record.get())) {
-        first = first == nullptr ? waves : first;
+      if (record->PayloadKind() == KorvaxPayload::Kind::Waves) {
+        first = first == nullptr ? static_cast<KorvaxPayload_Waves*>(record.get()) : first;
         ++count;
       }
     }

@@ -9,7 +9,7 @@ namespace korvax {
 
 namespace {
 
-constexpr qint32 WordBits = 32;
+constexpr quint32 WordBits = 32;
 
 // A number of 0 must not let the others grow without end: loops and files go by each of them.
 bool IsTooMuch(const TraceShape& shape) {
@@ -21,73 +21,88 @@ bool IsTooMuch(const TraceShape& shape) {
   return traces > TraceStore::MostSamples / std::max(shape.samples, 1);
 }
 
+template <typename T>
+void TakeSamples(WaveSamples<T>& from, qint32 count, WaveSamples<T>& to) {
+  const auto taken = std::min(static_cast<std::size_t>(count), from.size());
+  if (taken == to.size()) {
+    std::swap(from, to);
+    to.resize(taken);
+  } else {
+    std::copy_n(from.begin(), taken, to.begin());
+  }
+}
+
 }  // namespace
 
 TraceStore::TraceStore(TraceShape shape)
     : shape_{std::max(shape.samples, 0), std::max(shape.channels, 0), std::max(shape.analog, 0),
              std::max(shape.digital, 0)} {
   tooLarge_ = IsTooMuch(shape_);
-  if (tooLarge_) {
+  if (tooLarge_ || SlotCount() == 0 || shape_.samples == 0) {
     return;
   }
+  const auto samples = static_cast<std::size_t>(shape_.samples);
   try {
-    values_.resize(static_cast<std::size_t>(SlotCount() * shape_.samples));
+    channels_.assign(static_cast<std::size_t>(shape_.channels),
+                     {WaveSamples<double>(samples), WaveSamples<quint32>(samples)});
   } catch (const std::bad_alloc&) {
+    channels_ = {};
     tooLarge_ = true;
   }
 }
 
-bool TraceStore::HasSlot(qint64 slot) const {
-  return !values_.empty() && slot >= 0 && slot < SlotCount();
-}
-
-std::span<const double> TraceStore::Slot(qint64 slot) const {
-  const auto samples = static_cast<std::size_t>(shape_.samples);
-  return HasSlot(slot) ? std::span(values_).subspan(static_cast<std::size_t>(slot) * samples, samples)
-                       : std::span<const double>();
-}
-
-std::span<double> TraceStore::WritableSlot(qint64 slot) {
-  const auto samples = static_cast<std::size_t>(shape_.samples);
-  return HasSlot(slot) ? std::span(values_).subspan(static_cast<std::size_t>(slot) * samples, samples)
-                       : std::span<double>();
-}
-
-void TraceStore::Store(const KorvaxPayload_Waves& waves) {
-  if (tooLarge_) {
-    return;
-  }
-  const auto count = std::min<std::size_t>(waves.waves.size(), static_cast<std::size_t>(shape_.channels));
+void TraceStore::Store(KorvaxPayload_Waves& waves) {
+  const qint32 samples = std::clamp(waves.samplesPerWave, 0, shape_.samples);
+  const auto count = std::min(waves.waves.size(), channels_.size());
   for (std::size_t c = 0; c < count; ++c) {
-    if (const auto* wave = PayloadCast<KorvaxPayload_Wave>(waves.waves[c].get())) {
-      StoreWave(static_cast<qint32>(c), *wave, waves.samplesPerWave);
+    KorvaxPayload* const record = waves.waves[c].get();
+    if (record != nullptr && record->PayloadKind() == KorvaxPayload::Kind::Wave) {
+      auto& wave = static_cast<KorvaxPayload_Wave&>(*record);
+      TakeSamples(wave.analog, samples, channels_[c].analog);
+      TakeSamples(wave.digital, samples, channels_[c].words);
     }
   }
 }
 
-void TraceStore::StoreWave(qint32 channel, const KorvaxPayload_Wave& wave, qint32 samplesPerWave) {
-  const qint32 samples = std::clamp(samplesPerWave, 0, shape_.samples);
-  const std::span<double> analog = WritableSlot(FirstSlot(channel));
-  if (!analog.empty()) {
-    std::copy_n(wave.analog.begin(), std::min(samples, static_cast<qint32>(wave.analog.size())), analog.begin());
+std::vector<double> TraceStore::Slot(qint64 slot) const {
+  if (!HasSlot(slot)) {
+    return {};
   }
-  const qint32 words = std::min(samples, static_cast<qint32>(wave.digital.size()));
-  for (qint32 d = 0; d < shape_.digital; ++d) {
-    const std::span<double> trace = WritableSlot(FirstSlot(channel) + 1 + d);
-    if (!trace.empty()) {
-      std::transform(wave.digital.begin(), wave.digital.begin() + words, trace.begin(),
-                     [d](quint32 word) { return static_cast<double>(static_cast<qint32>((word >> (d % WordBits)) & 1U)); });
-    }
+  std::vector<double> values(static_cast<std::size_t>(shape_.samples));
+  const auto channel = static_cast<std::size_t>(slot / (qint64{shape_.digital} + 1));
+  const auto trace = slot % (qint64{shape_.digital} + 1);
+  if (channel >= channels_.size()) {
+    return values;  // room that no channel uses
   }
+  if (trace == 0) {
+    std::copy(channels_[channel].analog.begin(), channels_[channel].analog.end(), values.begin());
+    return values;
+  }
+  const auto bit = static_cast<quint32>(trace - 1) % WordBits;
+  std::transform(channels_[channel].words.begin(), channels_[channel].words.end(), values.begin(),
+                 [bit](quint32 word) { return static_cast<double>((word >> bit) & 1U); });
+  return values;
+}
+
+std::span<const double> TraceStore::Analog(qint32 channel) const {
+  return HasSlot(FirstSlot(channel)) ? std::span<const double>(channels_[static_cast<std::size_t>(channel)].analog)
+                                     : std::span<const double>();
+}
+
+// The bits of those digital traces that have a slot.
+quint32 TraceStore::WordMask(qint32 channel) const {
+  quint32 mask = 0;
+  for (quint32 d = 0; d < std::min(static_cast<quint32>(shape_.digital), WordBits); ++d) {
+    mask |= HasSlot(FirstSlot(channel) + 1 + d) ? 1U << d : 0U;
+  }
+  return mask;
 }
 
 std::vector<quint32> TraceStore::DigitalWords(qint32 channel) const {
   std::vector<quint32> words(static_cast<std::size_t>(shape_.samples));
-  for (qint32 d = 0; d < std::min(shape_.digital, WordBits); ++d) {
-    const std::span<const double> trace = Slot(FirstSlot(channel) + 1 + d);
-    for (std::size_t s = 0; s < trace.size(); ++s) {
-      words[s] |= (trace[s] != 0.0 ? 1U : 0U) << d;
-    }
+  if (const quint32 mask = WordMask(channel)) {
+    const auto& stored = channels_[static_cast<std::size_t>(channel)].words;
+    std::transform(stored.begin(), stored.end(), words.begin(), [mask](quint32 word) { return word & mask; });
   }
   return words;
 }

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QtGlobal>
+#include "framework/KorvaxPayload_Wave.h"
 
 #include <span>
 #include <vector>
 
-class KorvaxPayload_Wave;
 class KorvaxPayload_Waves;
 
 namespace korvax {
@@ -18,9 +17,10 @@ struct TraceShape {
   qint32 digital = 0;  ///< traces of a channel
 };
 
-/// The latest traces of all channels, in slots of `samples` doubles: (analog + digital) slots a channel. Those of
-/// channel c begin at slot (digital + 1) * c: the analog trace, then the digital ones as 0.0 or 1.0. A slot that
-/// the shape has no room for is empty. Not thread-safe.
+/// The latest traces of all channels, which clients see in slots of `samples` doubles: (analog + digital) slots a
+/// channel. Those of channel c begin at slot (digital + 1) * c: the analog trace, then the digital ones as 0.0 or 1.0. A
+/// slot that the shape has no room for is empty. Keeps samples as they came, and makes slots of them when it is asked
+/// for some. Not thread-safe.
 class TraceStore {
 public:
   /// A store of more doubles than this, of more channels or traces of a channel than the second number, or than
@@ -34,27 +34,31 @@ public:
   const TraceShape& Shape() const { return shape_; }
   bool IsTooLarge() const { return tooLarge_; }
 
-  /// Takes over the samples of every wave; waves beyond the channels and samples beyond the traces are passed
-  /// over, what a wave doesn't reach stays.
-  void Store(const KorvaxPayload_Waves& waves);
+  /// Takes the samples of every wave out of it, where it has as many as the store keeps, and copies them else; waves
+  /// beyond the channels and samples beyond the traces are passed over, what a wave doesn't reach stays.
+  void Store(KorvaxPayload_Waves& waves);
 
-  std::span<const double> Slot(qint64 slot) const;
+  std::vector<double> Slot(qint64 slot) const;
 
   // What run files hold of a channel.
-  std::span<const double> Analog(qint32 channel) const { return Slot(FirstSlot(channel)); }
+  std::span<const double> Analog(qint32 channel) const;
   /// A word a sample, digital trace d as bit d; of more than 32 traces the low 32.
   std::vector<quint32> DigitalWords(qint32 channel) const;
 
 private:
+  struct Channel {
+    WaveSamples<double> analog;
+    WaveSamples<quint32> words;
+  };
+
   qint64 FirstSlot(qint32 channel) const { return (qint64{shape_.digital} + 1) * channel; }
   qint64 SlotCount() const { return qint64{shape_.channels} * (qint64{shape_.analog} + shape_.digital); }
-  void StoreWave(qint32 channel, const KorvaxPayload_Wave& wave, qint32 samplesPerWave);
-  bool HasSlot(qint64 slot) const;
-  std::span<double> WritableSlot(qint64 slot);
+  bool HasSlot(qint64 slot) const { return !channels_.empty() && slot >= 0 && slot < SlotCount(); }
+  quint32 WordMask(qint32 channel) const;
 
   const TraceShape shape_;
   bool tooLarge_ = false;
-  std::vector<double> values_;
+  std::vector<Channel> channels_;  // empty when there is no slot, or none has samples
 };
 
 }  // namespace korvax

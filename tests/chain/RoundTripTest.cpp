@@ -113,7 +113,10 @@ TEST_P(RoundTrip, GivesWavesBack) {
       }
       waves.waves.push_back(std::move(wave));
     }
-    store.Store(waves);
+    const auto copy = waves.Clone();  // the store takes the samples of what it is given
+    auto& shown = static_cast<KorvaxPayload_Waves&>(*copy);
+    shown.samplesPerWave = Samples;
+    store.Store(shown);
     recorder.Take(&waves, 0);
   }
   recorder.Finish();

@@ -131,8 +131,17 @@ TEST(TraceStore, keepsItsTracesWhenTheWavesPassedATee_isKept) {
   TraceStore store({.samples = 1, .channels = 1, .analog = 1, .digital = 1});
   const auto original = Waves(1, {{{1}, {1}}});
   const auto copy = original->Clone();
-  store.Store(*korvax::PayloadCast<KorvaxPayload_Waves>(copy.get()));
+  store.Store(static_cast<KorvaxPayload_Waves&>(*copy));
   EXPECT_THAT(Slots(store, 2), ElementsAre(ElementsAre(0), ElementsAre(0)));
+}
+
+TEST(TraceStore, keepsWhatAShorterWaveDoesNotReachOfOneThatItTookWhole) {
+  TraceStore store({.samples = 3, .channels = 1, .analog = 1, .digital = 1});
+  store.Store(*Waves(3, {{{1, 2, 3}, {1, 1, 1}}}));
+  store.Store(*Waves(3, {{{7, 8}, {0}}}));
+  EXPECT_THAT(Slots(store, 2), ElementsAre(ElementsAre(7, 8, 3), ElementsAre(0, 1, 1)));
+  store.Store(*Waves(5, {{{4, 5, 6, 7, 8}, {1, 0, 1, 0, 1}}}));
+  EXPECT_THAT(Slots(store, 2), ElementsAre(ElementsAre(4, 5, 6), ElementsAre(1, 0, 1)));
 }
 
 TEST(TraceStore, countsNegativeNumbersAs0) {
