@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <map>
 
 namespace korvax::client {
@@ -110,7 +111,8 @@ Read<RunSummary> ReadRunSummary(const QString& folder) {
   }
   SummaryReader reader;
   while (!file.atEnd()) {
-    const QByteArray line = file.readLine(longestLine);
+    // No more than there is: Qt takes memory for all that it is asked for.
+    const QByteArray line = file.readLine(std::min(longestLine, file.bytesAvailable() + 1));
     if (line.isEmpty()) {
       return {{}, QStringLiteral("%1 can't be read: %2").arg(runSummaryName, file.errorString())};
     }

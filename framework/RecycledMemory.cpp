@@ -26,7 +26,7 @@ constexpr bool Recycles = true;
 
 constexpr std::size_t Smallest = 64;
 constexpr std::size_t Largest = std::size_t{16} << 20;
-constexpr std::size_t MostIdleBytes = std::size_t{32} << 20;  // of each size
+constexpr std::size_t MostIdleBytes = std::size_t{8} << 20;  // of each size
 
 // Blocks of one size that wait for their next use, chained through their first bytes.
 class Shelf {
@@ -48,7 +48,7 @@ public:
   void GiveBack(void* memory) noexcept {
     {
       const Lock lock(mutex_);
-      if (count_ * size_ < MostIdleBytes) {
+      if ((count_ + 1) * size_ <= MostIdleBytes) {
         first_ = new (memory) Idle{first_};
         ++count_;
         return;

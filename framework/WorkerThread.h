@@ -50,6 +50,9 @@ protected:
   virtual quint64 Waiting() const { return 0; }
   /// Before they are pushed. Worker thread.
   void BookMade(quint64 records) { account_.BookMade(records); }
+  /// Puts what was booked into the account at once. For a worker that passes on what has waited inside, before it
+  /// pushes: nobody shall find a record in two places. Worker thread.
+  void PostBooked() { PostBooked(0); }
 
   void run() override;
 

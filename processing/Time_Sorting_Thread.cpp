@@ -58,6 +58,7 @@ void Time_Sorting_Thread::Emit(std::unique_ptr<PayloadBatch> group) {
   const quint64 records = group->Size();
   BookMade(records);
   Book(Fate::Grouped, records);
+  PostBooked();
   outputs_.front()->Push({envelope_.dataType, envelope_.endpointPath, envelope_.word1, envelope_.word2,
                           std::move(group), envelope_.word3, envelope_.word4});
 }

@@ -51,6 +51,7 @@ RunFile::Result RunFile::Open(const QString& path, FileForm form, std::string_vi
   }
   overwritten_ += records_.take(path);
   size_ = 0;
+  recordsInFile_ = 0;
   checksum_ = {};
   if (!Write(form == FileForm::Json ? "[" : head)) {
     file_.close();
@@ -68,6 +69,7 @@ bool RunFile::Write(std::string_view bytes, quint64 records) {
   }
   size_ += static_cast<qint64>(bytes.size());
   checksum_.Add(bytes);
+  recordsInFile_ += records;
   if (records != 0) {
     records_[file_.fileName()] += records;
   }

@@ -51,8 +51,8 @@ public:
   /// What is in the files so far counts as overwritten no more. Until then each file is remembered.
   void ForgetRecords() { records_.clear(); }
 
-  /// Records in it, as far as they were written since the run began.
-  quint64 Records() const { return records_.value(file_.fileName()); }
+  /// Records that were written to it since it was opened, in whichever run.
+  quint64 Records() const { return recordsInFile_; }
   /// Checksum of all bytes that were written to it since it was opened.
   std::string ChecksumHex() const { return checksum_.Hex(); }
 
@@ -70,6 +70,7 @@ private:
   FileForm form_ = FileForm::Unknown;
   QString problem_;
   qint64 size_ = 0;
+  quint64 recordsInFile_ = 0;
   runfiles::Checksum checksum_;
   QHash<QString, quint64> records_;  // in each file, by path
   quint64 overwritten_ = 0;

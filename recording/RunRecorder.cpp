@@ -67,6 +67,8 @@ RunFile::Result RunRecorder::OpenFile(const DumpOrder& order, const QString& pat
   const RunFile::Result result = file_.Open(path, form, head);
   if (result == RunFile::Result::Open) {
     NoteOpened();
+  } else if (result == RunFile::Result::CannotWrite) {
+    NoteClosed(false);  // what stood under that name is gone
   }
   if (const quint64 records = file_.TakeOverwritten(); records != 0) {
     qInfo() << "Run file" << path << "is used again: its" << records << "records are given up";

@@ -18,9 +18,9 @@ struct TraceShape {
 };
 
 /// The latest traces of all channels, which clients see in slots of `samples` doubles: (analog + digital) slots a
-/// channel. Those of channel c begin at slot (digital + 1) * c: the analog trace, then the digital ones as 0.0 or 1.0. A
-/// slot that the shape has no room for is empty. Keeps samples as they came, and makes slots of them when it is asked
-/// for some. Not thread-safe.
+/// channel. Those of channel c begin at slot (digital + 1) * c: the analog trace, then the digital ones as 0.0
+/// or 1.0. A slot that the shape has no room for is empty. Keeps samples as they came, and makes slots of them
+/// when it is asked for some. Not thread-safe.
 class TraceStore {
 public:
   /// A store of more doubles than this, of more channels or traces of a channel than the second number, or than
@@ -34,8 +34,8 @@ public:
   const TraceShape& Shape() const { return shape_; }
   bool IsTooLarge() const { return tooLarge_; }
 
-  /// Takes the samples of every wave out of it, where it has as many as the store keeps, and copies them else; waves
-  /// beyond the channels and samples beyond the traces are passed over, what a wave doesn't reach stays.
+  /// Takes the samples of every wave out of it, where it has as many as the store keeps, and copies them else;
+  /// waves beyond the channels and samples beyond the traces are passed over, what a wave doesn't reach stays.
   void Store(KorvaxPayload_Waves& waves);
 
   std::vector<double> Slot(qint64 slot) const;

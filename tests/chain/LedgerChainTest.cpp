@@ -269,7 +269,7 @@ protected:
   void Offer(int events) {
     test::RawBlock block;
     for (int e = 0; e < events; ++e, ++next) {
-      block.Add(test::EnergyRecord(0, 1, next / 10 * 1000));  // groups of ten
+      block.Add(test::EnergyRecord(0, 1, next / groupSize * 1000));
     }
     digitizer.Offer(std::move(block));
   }
@@ -278,6 +278,7 @@ protected:
   Process_Time_Sorting& sorter = Add("sorter", MakeSorter());
   DataDumper& dumper = AddDumper("dumper");
   quint64 next = 0;
+  quint64 groupSize = 10;
   quint64 mostWaiting = 0;
 };
 
@@ -295,6 +296,23 @@ TEST_F(TheLedgerOfASorter, hasWhatItsFullBufferRefused) {
   EXPECT_EQ(EntryOf(Now(), "sorter").outputs[0].pushed, 10'000U);
   EXPECT_EQ(Became("dumper", Fate::Written), 10'000U);
   EXPECT_EQ(RecordsIn("run_1/dumper_0.bin"), 10'000U);
+}
+
+TEST_F(TheLedgerOfASorter, neverHasAnEventAsWaitingThatIsBehindItAlready) {
+  groupSize = 1;
+  mostWaiting = 1'000;
+  source.Run();
+  for (int round = 0; round < 10; ++round) {
+    for (int block = 0; block < 8; ++block) {
+      Offer(1'000);
+    }
+    ASSERT_TRUE(WaitUntilExhaustedWithoutSignals());  // so that it drains all at once
+    ASSERT_TRUE(Settle([this] {
+      const Ledger ledger = Now();
+      ExpectNothingMissing(ledger);
+      EXPECT_LE(EntryOf(ledger, "dumper").inputs[0].taken, EntryOf(ledger, "sorter").account.fates[Fate::Grouped]);
+    }));
+  }
 }
 
 TEST_F(TheLedgerOfASorter, hasWhatStillWaitsAtTheEnd) {

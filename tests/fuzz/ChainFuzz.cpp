@@ -1,7 +1,8 @@
-// The input is the text of a configuration file: read, turned into boards and blocks, applied again as after a
-// change of the file, and torn down as the server does.
+// The input is the text of a configuration file: read, turned into settings, boards and blocks, applied again as
+// after a change of the file, and torn down as the server does.
 
 #include "control/FileWatcher.h"
+#include "control/NetworkSettings.h"
 #include "framework/KorvaxBlock.h"
 #include "server/Configuration.h"
 #include "tests/fuzz/FakeChain.h"
@@ -15,6 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (!configuration) {
     return 0;
   }
+  NetworkSettings().Read(configuration->network);
   fuzz::FakeChain chain;
   chain.AddBoards(configuration->hardware);
   chain.AddBlocks(configuration->processing, path);

@@ -128,7 +128,7 @@ TEST(RecycledMemory, neverHandsASmallerBlockOut) {
 #endif
 
 TEST(RecycledMemory, keepsABoundedAmountIdle) {
-  constexpr std::size_t MostIdle = 32 * MiB;
+  constexpr std::size_t MostIdle = 8 * MiB;
   constexpr std::size_t Slack = MiB / 2;  // what the allocator and the test itself need
   for (const auto& [size, count] : {std::pair{16 * MiB, std::size_t{7}}, std::pair{MiB, std::size_t{100}},
                                     std::pair{17 * MiB, std::size_t{3}}}) {
@@ -141,7 +141,7 @@ TEST(RecycledMemory, keepsABoundedAmountIdle) {
     for (void* const memory : taken) {
       RecycledMemory::GiveBack(memory, size);
     }
-    const std::size_t mostIdle = size > 16 * MiB ? 0 : MostIdle;
+    const std::size_t mostIdle = size > 8 * MiB ? 0 : MostIdle;
     EXPECT_LE(AllocatedBytes(), inUse - size * count + mostIdle + Slack) << size;
   }
 }

@@ -170,6 +170,16 @@ TEST_F(AListFilesSummary, goesWithTheFileNotWithTheRunThatHasBegunMeanwhile) {
                         CloseLine("dumper_0.csv", "dumper", 1, runs.Bytes("run_2/dumper_0.csv"))}));
 }
 
+TEST_F(AListFilesSummary, countsAllRecordsOfAFileThatGoesOnWhenTheNextRunIsStartedOverItsOwn) {
+  runs.Make("run_2");
+  Start("CSV");
+  TakeOneByOne(1, 2);
+  Start("CSV", "run_2");
+  Take(test::Event(3));
+  recorder.Finish();
+  ExpectLines({OpenLine("dumper_0.csv", "dumper"), Close("dumper_0.csv", 3)});
+}
+
 TEST(ARateFilesSummary, hasItsHeadAndItsRecordsInEveryForm) {
   for (const auto& [type, file] :
        {std::pair{"BIN", "rates_0.bin"}, std::pair{"CSV", "rates_0.csv"}, std::pair{"JSON", "rates_0.json"}}) {
