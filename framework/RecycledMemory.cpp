@@ -25,7 +25,7 @@ constexpr bool Recycles = true;
 #endif
 
 constexpr std::size_t Smallest = 64;
-constexpr std::size_t Largest = std::size_t{16} << 20;
+constexpr std::size_t Largest = std::size_t{8} << 20;
 constexpr std::size_t MostIdleBytes = std::size_t{8} << 20;  // of each size
 
 // Blocks of one size that wait for their next use, chained through their first bytes.

@@ -86,7 +86,7 @@ TEST(RecycledMemory, givesEveryTakerABlockOfItsOwn) {
 
 #ifdef KORVAX_TEST_ADDRESS_SANITIZER
 TEST(RecycledMemory, thatWasGivenBackIsOutOfBoundsForTheAddressSanitizer) {
-  for (const std::size_t size : {std::size_t{1}, std::size_t{64}, std::size_t{5000}, MiB, 16 * MiB, 17 * MiB}) {
+  for (const std::size_t size : {std::size_t{1}, std::size_t{64}, std::size_t{5000}, MiB, 8 * MiB, 17 * MiB}) {
     void* const memory = RecycledMemory::Take(size);
     EXPECT_FALSE(__asan_address_is_poisoned(memory));
     RecycledMemory::GiveBack(memory, size);
@@ -96,7 +96,7 @@ TEST(RecycledMemory, thatWasGivenBackIsOutOfBoundsForTheAddressSanitizer) {
 #else
 TEST(RecycledMemory, thatWasGivenBackIsUsedAgain) {
   for (const std::size_t size : Sizes) {
-    if (size > 16 * MiB) {
+    if (size > 8 * MiB) {
       continue;  // larger blocks don't go round
     }
     void* const memory = RecycledMemory::Take(size);
@@ -108,7 +108,7 @@ TEST(RecycledMemory, thatWasGivenBackIsUsedAgain) {
 }
 
 TEST(RecycledMemory, servesSizesOfOneClassFromOneShelf) {
-  const std::pair<std::size_t, std::size_t> pairs[] = {{65, 128}, {128, 100}, {0, 64}, {9 * MiB, 16 * MiB}};
+  const std::pair<std::size_t, std::size_t> pairs[] = {{65, 128}, {128, 100}, {0, 64}, {5 * MiB, 8 * MiB}};
   for (const auto& [given, taken] : pairs) {
     void* const memory = RecycledMemory::Take(given);
     RecycledMemory::GiveBack(memory, given);
@@ -130,7 +130,7 @@ TEST(RecycledMemory, neverHandsASmallerBlockOut) {
 TEST(RecycledMemory, keepsABoundedAmountIdle) {
   constexpr std::size_t MostIdle = 8 * MiB;
   constexpr std::size_t Slack = MiB / 2;  // what the allocator and the test itself need
-  for (const auto& [size, count] : {std::pair{16 * MiB, std::size_t{7}}, std::pair{MiB, std::size_t{100}},
+  for (const auto& [size, count] : {std::pair{8 * MiB, std::size_t{7}}, std::pair{MiB, std::size_t{100}},
                                     std::pair{17 * MiB, std::size_t{3}}}) {
     std::vector<void*> taken;
     for (std::size_t i = 0; i < count; ++i) {
