@@ -1,9 +1,9 @@
 #include "control/QueryRoutes.h"
 
+#include "framework/JsonText.h"
 #include "framework/KorvaxBlock.h"
 #include "framework/QueryHandler.h"
 
-#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
@@ -22,10 +22,9 @@ KorvaxBlock* FindBlock(const BlockList& blocks, const QString& (KorvaxBlock::*ke
 
 QString AnswerQuery(const BlockList& blocks, const QString& route, const QString& message) {
   const bool generic = route == QLatin1String(GenericRoute);
-  KorvaxBlock* const block = generic
-                                 ? FindBlock(blocks, &KorvaxBlock::FullPath,
-                                             QJsonDocument::fromJson(message.toUtf8()).object()["path"].toString())
-                                 : FindBlock(blocks, &KorvaxBlock::Name, route);
+  KorvaxBlock* const block =
+      generic ? FindBlock(blocks, &KorvaxBlock::FullPath, ParseJson(message.toUtf8()).object()["path"].toString())
+              : FindBlock(blocks, &KorvaxBlock::Name, route);
   QString answer;
   auto* const handler = dynamic_cast<QueryHandler*>(block);
   if (handler != nullptr && handler->Reach() != (generic ? QueryReach::ByName : QueryReach::ByPath)) {

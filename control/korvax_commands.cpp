@@ -4,13 +4,13 @@
 #include "control/Ledger.h"
 #include "control/StorageSettings.h"
 #include "framework/Answers.h"
+#include "framework/JsonText.h"
 #include "recording/DataDumper.h"
 #include "recording/SinkRateCounter.h"
 #include "sinks/Oscilloscope.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QJsonDocument>
 #include <QtDebug>
 
 #include <algorithm>
@@ -70,7 +70,7 @@ korvax_commands::korvax_commands(QObject* parent, const ChainContext& context)
       book_(*context.blocks, [this] { return HasOpenFiles(); }) {}
 
 void korvax_commands::InterpretMessage(QString* data_in, QString* data_out) {
-  const QJsonObject message = QJsonDocument::fromJson(data_in->toUtf8()).object();
+  const QJsonObject message = korvax::ParseJson(data_in->toUtf8()).object();
   const QString command = message["cmd"].toString();
   if (command == QLatin1String("start")) {
     data_out->append(TellSource(message, &Source::Run));

@@ -1,11 +1,11 @@
 #include "framework/QueryArgs.h"
 
-#include <QJsonDocument>
+#include "framework/JsonText.h"
 
 namespace korvax {
 
 QueryArgs::QueryArgs(const QString& message)
-    : message_(QJsonDocument::fromJson(message.toUtf8()).object()), elements_(message_.value("args").toArray()) {}
+    : message_(ParseJson(message.toUtf8()).object()), elements_(message_.value("args").toArray()) {}
 
 QString QueryArgs::Text(const char* key) const {
   for (int i = elements_.size() - 1; i >= 0; --i) {

@@ -1,9 +1,10 @@
 #include "recording/DataDumper.h"
 
 #include "framework/ByteWriter.h"
+#include "framework/JsonText.h"
 #include "recording/DumpQueries.h"
 
-#include <QJsonDocument>
+#include <QJsonObject>
 
 DataDumper::DataDumper(QObject* parent, const ChainContext& context, const QJsonValue& block)
     : KorvaxBlock(QStringLiteral("dumper"), true, context, parent) {
@@ -32,7 +33,7 @@ int DataDumper::FifoLevel() const {
 }
 
 void DataDumper::InterpretMessage(QString* data_in, QString* data_out) {
-  const QJsonObject message = QJsonDocument::fromJson(data_in->toUtf8()).object();
+  const QJsonObject message = korvax::ParseJson(data_in->toUtf8()).object();
   const QString command = message["cmd"].toString();
   if (!korvax::AnswerDumpQuery(command, message, worker_->Control(), *data_out) &&
       command == QLatin1String("get_dump_counts")) {

@@ -3,10 +3,10 @@
 #include "framework/Answers.h"
 #include "framework/BlockParameters.h"
 #include "framework/ByteWriter.h"
+#include "framework/JsonText.h"
 #include "recording/DumpQueries.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
@@ -57,7 +57,7 @@ int Oscilloscope::FifoLevel() const {
 }
 
 void Oscilloscope::InterpretMessage(QString* data_in, QString* data_out) {
-  const QJsonObject message = QJsonDocument::fromJson(data_in->toUtf8()).object();
+  const QJsonObject message = korvax::ParseJson(data_in->toUtf8()).object();
   const QString command = message["cmd"].toString();
   if (command == QLatin1String("require_data")) {
     AppendTraces(*data_out);
