@@ -132,14 +132,14 @@ TEST_P(RoundTrip, GivesWavesBack) {
     EXPECT_EQ(read.digitalTraces, 3U);
     for (std::size_t c = 0; c < read.channels; ++c) {
       const auto& wave = dynamic_cast<const KorvaxPayload_Wave&>(*waves.waves[c]);
-      for (int s = 0; s < Samples; ++s) {
+      for (std::size_t s = 0; s < std::size_t{Samples}; ++s) {
         const double value = wave.analog[s];
         const double expected = GetParam() == Form::Binary       ? value
                                 : GetParam() == Form::Csv        ? AsText(value)
                                 : std::abs(value) < 2147483648.0 ? std::trunc(value)
                                                                  : -2147483648.0;
-        EXPECT_EQ(read.Analog(c)[static_cast<std::size_t>(s)], expected);
-        EXPECT_EQ(read.Digital(c)[static_cast<std::size_t>(s)], wave.digital[s]);
+        EXPECT_EQ(read.Analog(c)[s], expected);
+        EXPECT_EQ(read.Digital(c)[s], wave.digital[s]);
       }
     }
   }
