@@ -37,7 +37,6 @@ void OrderBuffer::SortPlaces(std::span<const KorvaxPayload_Energy> batch) {
 }
 
 void OrderBuffer::Append(std::span<const KorvaxPayload_Energy> batch, qint64 arrivalTime) {
-  events_.reserve(events_.size() + batch.size());
   for (const Place& place : places_) {
     events_.push_back(batch[place.index]);
     events_.back().arrivalTime = arrivalTime;

@@ -4,6 +4,10 @@
 #include "simulator/Text.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <limits>
+#include <thread>
 #include <utility>
 
 namespace korvax::sim {
@@ -167,7 +171,14 @@ Status Board::Read(std::string_view endpoint, std::int32_t timeoutMs, layout::Re
 
 Status Board::Free(std::string_view endpoint, const layout::ReadBlock& block) {
   const std::size_t index = FindEndpointByPath(endpoint);
-  return index == endpoints_.size() ? Status::UnknownEndpoint : slots_[index].blocks.Free(block.entries);
+  if (index == endpoints_.size()) {
+    return Status::UnknownEndpoint;
+  }
+  Slot& slot = slots_[index];
+  if (slot.frees.fetch_add(1, std::memory_order_relaxed) + 1 == settings_.crashFree) {
+    std::abort();
+  }
+  return slot.blocks.Free(block.entries);
 }
 
 std::size_t Board::FindEndpoint(std::string_view name) {
@@ -182,14 +193,35 @@ std::size_t Board::FindEndpointByPath(std::string_view path) {
   return good ? FindEndpoint(parts[1]) : EndpointNames.size();
 }
 
+bool Board::IsFailing(Slot& slot, std::uint64_t read) const {
+  if (settings_.failing.read == 0 || read < settings_.failing.read) {
+    return false;
+  }
+  if (read == settings_.failing.read) {
+    slot.failsUntilNs = state_.clock() + static_cast<std::uint64_t>(settings_.failing.seconds * 1e9);
+  }
+  return state_.clock() < slot.failsUntilNs;
+}
+
 bool Board::Misbehaves(Slot& slot, Status& status, layout::ReadBlock& out) const {
   const std::uint64_t read = slot.reads.fetch_add(1, std::memory_order_relaxed) + 1;
-  if (IsTurn(read, settings_.failRead)) {
+  if (read == settings_.hang.read) {
+    std::this_thread::sleep_for(std::chrono::duration<double>(settings_.hang.seconds));
+  }
+  if (IsTurn(read, settings_.failRead) || IsFailing(slot, read)) {
     status = Status::ReadFailed;
     return true;
   }
   if (IsTurn(read, settings_.negativeRead)) {
     out.count = -1;
+    return true;
+  }
+  if (IsTurn(read, settings_.nullRead)) {
+    out.count = 1000;
+    return true;
+  }
+  if (IsTurn(read, settings_.hugeRead)) {
+    out = {&slot.unreal, 0, std::numeric_limits<std::int32_t>::max()};
     return true;
   }
   return IsTurn(read, settings_.emptyRead);

@@ -20,8 +20,8 @@ public:
   Status SetValue(std::string_view path, std::string_view value) const;
   Status GetValue(std::string_view path, std::string& value) const;
   Status SendCommand(std::string_view command);
-  // Fills `out`: with status Ok the entries and their count (0, or negative, only where the connection
-  // string asks for it), else no entries.
+  // Fills `out`: with status Ok the entries and their count (0, negative, or not that of the entries, only where
+  // the connection string asks for it), else no entries.
   Status Read(std::string_view endpoint, std::int32_t timeoutMs, layout::ReadBlock& out);
   Status Free(std::string_view endpoint, const layout::ReadBlock& block);
 
@@ -29,6 +29,9 @@ private:
   struct Slot {
     BlockStore blocks;
     std::atomic<std::uint64_t> reads{0};
+    std::atomic<std::uint64_t> frees{0};
+    std::atomic<std::uint64_t> failsUntilNs{0};
+    layout::Entry unreal{};  // what a count that is much too high begins with
   };
 
   Board(const BoardSettings& settings, std::string model, std::vector<Hit> recorded, Clock clock);
@@ -37,6 +40,8 @@ private:
   static std::size_t FindEndpointByPath(std::string_view path);
   Status SendToEndpoint(std::string_view name, std::string_view verb);
   Status SendToBoard(std::string_view verb);
+  // Whether an error that lasts holds at the read of this number, which may be its first.
+  bool IsFailing(Slot& slot, std::uint64_t read) const;
   // True when this read misbehaves, which `status` and `out` then tell.
   bool Misbehaves(Slot& slot, Status& status, layout::ReadBlock& out) const;
 

@@ -9,6 +9,8 @@
 namespace korvax::sim {
 namespace {
 
+constexpr std::uint64_t Many = 1'000'000'000'000;
+
 template <typename T>
 bool Assign(T& target, const std::optional<T>& value) {
   if (value) {
@@ -34,6 +36,13 @@ bool OpenResult(std::int32_t& target, std::string_view text) {
   return Whole<std::int32_t>(target, text, -1'000'000, -1);
 }
 
+// "N:SECONDS"
+bool ReadSpell(Spell& target, std::string_view text) {
+  const std::size_t colon = text.find(':');
+  return colon != std::string_view::npos && Whole<std::uint64_t>(target.read, text.substr(0, colon), 1, Many) &&
+         Real(target.seconds, text.substr(colon + 1), 0.0, 86400.0);
+}
+
 bool CountersInterval(std::uint64_t& target, std::string_view milliseconds) {
   std::uint64_t value = 0;
   const bool good = Whole<std::uint64_t>(value, milliseconds, 0, 3'600'000);
@@ -42,7 +51,6 @@ bool CountersInterval(std::uint64_t& target, std::string_view milliseconds) {
 }
 
 constexpr unsigned InArray = 1, InReplay = 2, InFull = 4, Everywhere = 7;
-constexpr std::uint64_t Many = 1'000'000'000'000;
 
 struct Key {
   std::string_view name;
@@ -93,6 +101,11 @@ constexpr std::array keys{
     Key{"fail_read", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.failRead, v, 0, Many); }},
     Key{"empty", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.emptyRead, v, 0, Many); }},
     Key{"negative", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.negativeRead, v, 0, Many); }},
+    Key{"null", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.nullRead, v, 0, Many); }},
+    Key{"huge", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.hugeRead, v, 0, Many); }},
+    Key{"hang_read", Everywhere, [](S& s, V v) { return ReadSpell(s.hang, v); }},
+    Key{"fail_from", Everywhere, [](S& s, V v) { return ReadSpell(s.failing, v); }},
+    Key{"crash_free", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.crashFree, v, 0, Many); }},
 };
 
 // Settles what depends on the scene, once all keys are read; false where they don't go together.

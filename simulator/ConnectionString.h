@@ -11,6 +11,12 @@ namespace korvax::sim {
 
 enum class Mode { Array, Replay, Full };
 
+// Something that begins at the n-th read of an endpoint, 0 for never, and lasts.
+struct Spell {
+  std::uint64_t read = 0;
+  double seconds = 0.0;
+};
+
 // What the connection string makes of a board. Units as in README.md.
 struct BoardSettings {
   Mode mode = Mode::Array;
@@ -33,6 +39,11 @@ struct BoardSettings {
   std::uint64_t failRead = 0;
   std::uint64_t emptyRead = 0;
   std::uint64_t negativeRead = 0;
+  std::uint64_t nullRead = 0;
+  std::uint64_t hugeRead = 0;
+  Spell hang;  // once
+  Spell failing;
+  std::uint64_t crashFree = 0;  // the n-th, 0 for none
 };
 
 // "sim:MODE" or "sim:MODE?key=value&key=value". Nothing for an unknown mode or key, a key that the mode

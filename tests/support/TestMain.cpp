@@ -11,6 +11,7 @@ extern "C" const char* __tsan_default_suppressions() {
 #endif
 
 int main(int argc, char* argv[]) {
+  qputenv("QT_NO_GLIB", "1");  // as the server does
   QCoreApplication application(argc, argv);
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();

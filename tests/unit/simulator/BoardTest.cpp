@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+
 using namespace korvax::sim;
 
 namespace {
@@ -156,4 +158,47 @@ TEST_F(ABoard, GivesEmptyOrNegativeBlocksWhenToldSo) {
     }
   }
   EXPECT_THAT(counts, testing::ElementsAre(10, 0, -1, 0, 10, -1));
+}
+
+TEST_F(ABoard, GivesBlocksWithoutEntriesOrWithFarTooManyWhenToldSo) {
+  BoardHarness board("sim:full?events=10&null=2&huge=3", clock_.Get());
+  board.Send("endpoints\\energy\\start");
+  std::vector<std::int32_t> counts;
+  for (int i = 0; i < 4; ++i) {
+    layout::ReadBlock block{};
+    EXPECT_EQ(board->Read(Energy, 0, block), Status::Ok);
+    counts.push_back(block.count);
+    EXPECT_EQ(block.entries == nullptr, block.count == 1000);
+    EXPECT_EQ(board->Free(Energy, block), block.count == 10 ? Status::Ok : Status::UnknownBlock);
+  }
+  EXPECT_THAT(counts, testing::ElementsAre(10, 1000, 2'147'483'647, 1000));
+}
+
+TEST_F(ABoard, FailsAllReadsOfAnEndpointForAWhile) {
+  BoardHarness board("sim:full?events=10&fail_from=2:1.5", clock_.Get());
+  board.Send("endpoints\\energy\\start");
+  std::vector<Status> statuses;
+  for (const std::uint64_t laterMs : {0, 0, 1000, 499, 1, 5000}) {
+    clock_.AdvanceMs(laterMs);
+    board.ReadHits();
+    statuses.push_back(board.LastStatus());
+  }
+  EXPECT_THAT(statuses, testing::ElementsAre(Status::Ok, Status::ReadFailed, Status::ReadFailed,
+                                             Status::ReadFailed, Status::Ok, Status::Ok));
+}
+
+TEST_F(ABoard, HangsInOneReadOfAnEndpointAndGivesItsDataAfterwards) {
+  BoardHarness board("sim:full?events=10&hang_read=2:0.02", clock_.Get());
+  board.Send("endpoints\\energy\\start");
+  EXPECT_EQ(board.ReadHits().size(), 10U);
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_EQ(board.ReadHits().size(), 10U);
+  EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(20));
+}
+
+TEST_F(ABoard, AbortsTheProcessWhenTheNthBlockIsFreed) {
+  BoardHarness board("sim:full?events=10&crash_free=2", clock_.Get());
+  board.Send("endpoints\\energy\\start");
+  EXPECT_EQ(board.ReadHits().size(), 10U);
+  EXPECT_DEATH(board.ReadHits(), "");
 }

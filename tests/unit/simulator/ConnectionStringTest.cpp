@@ -69,7 +69,8 @@ TEST(ConnectionString, SetsUpAReplay) {
 
 TEST(ConnectionString, SetsUpFullLoadAndMisbehaviour) {
   const auto settings = ParseConnectionString(
-      "sim:full?channels=64&events=1000&blocks=5&groups=2&open=-77&fail_read=3&empty=4&negative=5");
+      "sim:full?channels=64&events=1000&blocks=5&groups=2&open=-77&fail_read=3&empty=4&negative=5"
+      "&null=6&huge=7&hang_read=8:30&fail_from=9:0.5&crash_free=10");
   ASSERT_TRUE(settings);
   EXPECT_EQ(settings->mode, Mode::Full);
   EXPECT_EQ(settings->generator.channels, 64U);
@@ -80,6 +81,13 @@ TEST(ConnectionString, SetsUpFullLoadAndMisbehaviour) {
   EXPECT_EQ(settings->failRead, 3U);
   EXPECT_EQ(settings->emptyRead, 4U);
   EXPECT_EQ(settings->negativeRead, 5U);
+  EXPECT_EQ(settings->nullRead, 6U);
+  EXPECT_EQ(settings->hugeRead, 7U);
+  EXPECT_EQ(settings->hang.read, 8U);
+  EXPECT_EQ(settings->hang.seconds, 30.0);
+  EXPECT_EQ(settings->failing.read, 9U);
+  EXPECT_EQ(settings->failing.seconds, 0.5);
+  EXPECT_EQ(settings->crashFree, 10U);
 }
 
 namespace {
@@ -130,6 +138,16 @@ constexpr const char* BadStrings[] = {
     "sim:array?open=5",
     "sim:array?open=yes",
     "sim:array?fail_read=-1",
+    "sim:array?null=-1",
+    "sim:array?huge=x",
+    "sim:array?crash_free=-1",
+    "sim:array?hang_read=5",
+    "sim:array?hang_read=0:5",
+    "sim:array?hang_read=:5",
+    "sim:array?hang_read=5:",
+    "sim:array?fail_from=5:-1",
+    "sim:array?fail_from=5:86401",
+    "sim:array?fail_from=5:1:1",
     "sim:array?samples=8",
     "sim:array?scene=",
     "sim:array?scene=pixel",
