@@ -178,7 +178,7 @@ TEST_F(ABoard, FailsAllReadsOfAnEndpointForAWhile) {
   BoardHarness board("sim:full?events=10&fail_from=2:1.5", clock_.Get());
   board.Send("endpoints\\energy\\start");
   std::vector<Status> statuses;
-  for (const std::uint64_t laterMs : {0, 0, 1000, 499, 1, 5000}) {
+  for (const std::uint64_t laterMs : std::initializer_list<std::uint64_t>{0, 0, 1000, 499, 1, 5000}) {
     clock_.AdvanceMs(laterMs);
     board.ReadHits();
     statuses.push_back(board.LastStatus());
