@@ -3,6 +3,7 @@
 #include "tests/unit/processing/TeeFixture.h"
 
 #include <QMetaMethod>
+#include <QTimer>
 
 #include <thread>
 
@@ -145,6 +146,30 @@ TEST(ATee, worksOnTheMainThreadWhenASourceOfAnotherThreadPushes) {
   EXPECT_EQ(tee.block.Outputs()[0]->Level(), 0) << "it has no thread of its own";
   ASSERT_TRUE(test::WaitFor([&tee] { return tee.block.Outputs()[0]->Level() == 1; }));
   EXPECT_EQ(tee.Timestamps(0), Timestamps{9});
+}
+
+// As a source on its own thread would, the test fills the queue again while the tee copies, and wakes it for each
+// message.
+TEST(ATee, fedFasterThanItCopiesLeavesTheEventLoopTimeForOthers) {
+  Tee tee("1");
+  constexpr int Waiting = 100;
+  QObject::disconnect(&tee.feed, nullptr, tee.block.Inputs().front().get(), nullptr);
+  for (int i = 0; i < Waiting; ++i) {
+    DataMessage message = MessageOf();
+    message.batch->events.resize(1'000);
+    ASSERT_TRUE(tee.feed.Push(std::move(message)));
+  }
+  QObject::connect(tee.readers[0].get(), &PinInput::DataReady, [&tee] { tee.feed.Push(tee.Next(0)); });
+  for (int i = 0; i < 1'000; ++i) {
+    QMetaObject::invokeMethod(
+        &tee.block, [&tee] { tee.block.NewDataInTheInputPin(Waiting); }, Qt::QueuedConnection);
+  }
+  const auto copied = [&tee] { return tee.feed.AcceptedMessages() - Waiting; };
+  quint64 copiedBefore = 0;
+  QTimer::singleShot(1, &tee.block, [&] { copiedBefore = copied(); });
+  ASSERT_TRUE(test::WaitFor([&] { return copiedBefore != 0; }));
+  EXPECT_LE(copiedBefore, 2'000U) << "with 100,000 the others wait for seconds";
+  EXPECT_TRUE(test::WaitFor([&] { return copied() > copiedBefore; })) << "it goes on";
 }
 
 TEST(ATee, withoutOutputsDrainsAndDiscards) {
