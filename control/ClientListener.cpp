@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int RetryAfterMs = 250;
+constexpr int ReceiveBytes = 128 * 1024;  // the system doubles it
 
 std::size_t Limit(int maxConnections) {
   const auto wanted = static_cast<rlim_t>(maxConnections);
@@ -21,6 +22,12 @@ std::size_t Limit(int maxConnections) {
     return wanted;
   }
   return std::min(wanted, std::max<rlim_t>(files.rlim_cur / 4 * 3, 1));
+}
+
+// What a client has sent by now is read and answered at a stretch: without a bound, one that asks on and on makes
+// the others wait. Sockets that are accepted have the size of the one that listens.
+void BoundReceiveBuffer(qintptr listening) {
+  setsockopt(static_cast<int>(listening), SOL_SOCKET, SO_RCVBUF, &ReceiveBytes, sizeof ReceiveBytes);
 }
 
 // Any other error is of a client that has left before it was accepted.
@@ -46,6 +53,7 @@ bool ClientListener::Listen(const QHostAddress& address, quint16 port) {
     return false;
   }
   server_.pauseAccepting();
+  BoundReceiveBuffer(server_.socketDescriptor());
   // Qt lets 50 clients wait; the system keeps others from connecting for a second and more.
   listen(static_cast<int>(server_.socketDescriptor()), SOMAXCONN);
   waiting_ = std::make_unique<QSocketNotifier>(server_.socketDescriptor(), QSocketNotifier::Read);

@@ -17,6 +17,7 @@ namespace {
 constexpr int HandshakeTimeoutMs = 10'000;
 constexpr int CheckEveryMs = 200;
 constexpr int LongestShown = 200;
+constexpr qint64 FlushAbove = 65536;
 
 }  // namespace
 
@@ -91,6 +92,15 @@ bool MainWebSocket::KeepsReading(QWebSocket& client, qint64 most) {
   return false;
 }
 
+// All that a client has sent by now is answered before the event loop sends anything: without this, who asks much
+// and reads everything would be taken for one who doesn't read.
+void MainWebSocket::OnSent(QWebSocket& client, qint64 bytes) {
+  longestAnswer_ = std::max(longestAnswer_, bytes);
+  if (client.bytesToWrite() > FlushAbove) {
+    client.flush();
+  }
+}
+
 // A client that pings and never reads has no message answered, but its pongs wait as well. All that asking leads
 // to stays below this.
 void MainWebSocket::CheckClients() const {
@@ -112,7 +122,7 @@ void MainWebSocket::processTextMessage(const QString& message) {
     qDebug() << "Message received:" << message;
   }
   if (client != nullptr && KeepsReading(*client, settings_.maxUnsentBytes)) {
-    longestAnswer_ = std::max(longestAnswer_, client->sendTextMessage(answer));
+    OnSent(*client, client->sendTextMessage(answer));
   }
 }
 
@@ -122,7 +132,7 @@ void MainWebSocket::processBinaryMessage(const QByteArray& message) {
     qDebug() << "Binary Message received:" << message;
   }
   if (client != nullptr && KeepsReading(*client, settings_.maxUnsentBytes)) {
-    longestAnswer_ = std::max(longestAnswer_, client->sendBinaryMessage(message));
+    OnSent(*client, client->sendBinaryMessage(message));
   }
 }
 

@@ -43,6 +43,7 @@ private:
   void CheckOrigin(QWebSocketCorsAuthenticator* handshake) const;
   /// False, and the client is disconnected, when it lets more answer bytes wait.
   static bool KeepsReading(QWebSocket& client, qint64 most);
+  void OnSent(QWebSocket& client, qint64 bytes);
   void CheckClients() const;
 
   const NetworkSettings settings_;

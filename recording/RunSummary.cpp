@@ -38,14 +38,24 @@ QString AppendTo(const QString& path, const QByteArray& line, QIODevice::OpenMod
              : file.errorString();
 }
 
+// A run with thousands of files would have a line for each.
+void TellOnce(const QString& path, const QString& problem, bool begins) {
+  static QString told;
+  const bool isTold = !begins && told == path;
+  told = path;
+  if (!isTold) {
+    qInfo() << "Unable to write the run summary" << path << ":" << problem
+            << ". The run goes on; its files can't all be verified.";
+  }
+}
+
 void Write(const QString& folder, const QJsonObject& line, QIODevice::OpenMode more) {
   static QMutex mutex;  // recorders and run control write to the same file
   const Lock lock(mutex);
   const QString path = folder + QStringLiteral("/run.summary");
   const QString problem = AppendTo(path, QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n', more);
   if (!problem.isEmpty()) {
-    qInfo() << "Unable to write the run summary" << path << ":" << problem
-            << ". The run goes on; its files can't all be verified.";
+    TellOnce(path, problem, more == QIODevice::NotOpen);
   }
 }
 

@@ -9,7 +9,7 @@ namespace korvax {
 /// each with one write, so that a killed server leaves all that it had to say. See docs/file-formats.md.
 namespace RunSummary {
 
-// Each appends a line, or logs that it can't and appends nothing. Any thread.
+// Each appends a line, or logs, once in a run, that it can't and appends nothing. Any thread.
 
 /// The first line of the summary in a folder; makes the file.
 void Begin(const QString& folder, const QJsonObject& line);

@@ -19,17 +19,11 @@ void Histogram_Thread::SetCuts(double min, double max) {
 }
 
 korvax::Fates Histogram_Thread::Count(const PayloadBatch& batch) {
-  korvax::Fates fates;
   if (counts_.IsEmpty()) {
-    return fates;
+    return {};
   }
   const Binning binning{gain_, cutMin_, cutMax_, counts_.Rows(), counts_.Columns()};
-  quint64 cut = 0;
-  const std::size_t events = korvax::ForEachEvent(
-      batch, [&](const KorvaxPayload_Energy& event) { cut += CountEvent(event, binning) ? 0U : 1U; });
-  fates[Fate::Cut] = cut;
-  fates[Fate::Counted] = events - cut;
-  return fates;
+  return korvax::CountEvents(batch, Fate::Cut, [&](const auto& event) { return CountEvent(event, binning); });
 }
 
 bool Histogram_Thread::CountEvent(const KorvaxPayload_Energy& event, const Binning& binning) {

@@ -27,16 +27,10 @@ const korvax::CountGrid& Image_Thread::TakeImmediate() {
 }
 
 korvax::Fates Image_Thread::Count(const PayloadBatch& batch) {
-  korvax::Fates fates;
   if (cumulative_.IsEmpty()) {
-    return fates;
+    return {};
   }
-  quint64 counted = 0;
-  const std::size_t events = korvax::ForEachEvent(
-      batch, [&](const KorvaxPayload_Energy& event) { counted += CountEvent(event) ? 1U : 0U; });
-  fates[Fate::Counted] = counted;
-  fates[Fate::OutOfRange] = events - counted;
-  return fates;
+  return korvax::CountEvents(batch, Fate::OutOfRange, [this](const auto& event) { return CountEvent(event); });
 }
 
 bool Image_Thread::CountEvent(const KorvaxPayload_Energy& event) {

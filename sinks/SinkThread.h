@@ -42,4 +42,17 @@ private:
   bool running_ = false;  // guarded by mutex_
 };
 
+/// Counts each energy event of a batch by `count`, which says whether it did; those that it refuses have the fate
+/// `refused`.
+template <typename Count>
+Fates CountEvents(const PayloadBatch& batch, Fate refused, Count&& count) {
+  quint64 counted = 0;
+  const std::size_t events =
+      ForEachEvent(batch, [&](const KorvaxPayload_Energy& event) { counted += count(event) ? 1U : 0U; });
+  Fates fates;
+  fates[Fate::Counted] = counted;
+  fates[refused] = events - counted;
+  return fates;
+}
+
 }  // namespace korvax

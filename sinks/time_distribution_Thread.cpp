@@ -14,17 +14,11 @@ void time_distribution_Thread::SetBinning(double binning) {
 }
 
 korvax::Fates time_distribution_Thread::Count(const PayloadBatch& batch) {
-  korvax::Fates fates;
   // Kept: counts without "freerun", which only decides the answer to "data_get_status".
   if (counts_.IsEmpty()) {
-    return fates;
+    return {};
   }
-  quint64 counted = 0;
-  const std::size_t events = korvax::ForEachEvent(
-      batch, [&](const KorvaxPayload_Energy& event) { counted += CountEvent(event) ? 1U : 0U; });
-  fates[Fate::Counted] = counted;
-  fates[Fate::OutOfRange] = events - counted;
-  return fates;
+  return korvax::CountEvents(batch, Fate::OutOfRange, [this](const auto& event) { return CountEvent(event); });
 }
 
 bool time_distribution_Thread::CountEvent(const KorvaxPayload_Energy& event) {

@@ -64,6 +64,22 @@ TEST_F(MainWebSocketLimits, OneThatLetsMoreAnswerBytesWaitIsDisconnectedWithOneL
   EXPECT_LT(spectrum_->queries.size(), 64);
 }
 
+// All its queries are answered before the event loop comes round: 130 kB, of which the system takes some at once.
+TEST_F(MainWebSocketLimits, OneThatAsksMuchAtOnceIsNotTakenForOneThatDoesNotRead) {
+  NetworkSettings settings;
+  settings.maxUnsentBytes = 70'000;
+  Restart(settings);
+  spectrum_->answer = QString(10'000, 'z');
+  RawClient eager(Port(), "/query_by_json");
+  eager.socket.write(RawClient::TextFrame(R"({"path": "p/s"})").repeated(13));
+  qint64 samples = 0;
+  EXPECT_TRUE(test::WaitFor([&] {
+    samples += eager.socket.readAll().count('z');
+    return samples == 130'000;
+  }));
+  EXPECT_TRUE(log_.Lines().isEmpty()) << log_.Lines().join("\n").toStdString();
+}
+
 /// A client that pings on and on and never reads what comes back.
 class Pinging {
 public:
