@@ -18,8 +18,9 @@ Source::Source(QObject* parent, const ChainContext& context, const QJsonValue& b
   if (binding_->board != nullptr) {
     distructor_ = std::make_unique<DataDistructorSource>(*binding_->board, binding_->endpointQuery);
   }
-  worker_ =
-      std::make_unique<Source_Thread>(DataType(), *binding_, Outputs(), distructor_.get(), downloadIntervalMs_);
+  watch_ = std::make_unique<ReadWatch>(Name(), binding_->EndpointPath());
+  worker_ = std::make_unique<Source_Thread>(DataType(), *binding_, Outputs(), distructor_.get(),
+                                            downloadIntervalMs_, *watch_);
   worker_->SetExpression(expression_);
   worker_->SetUseBoardKev(useBoardKev_);
 }
@@ -63,6 +64,7 @@ void Source::StopWorker() {
 
 void Source::Run() {
   if (worker_) {
+    watch_->Start();
     worker_->start(korvax::StreamPriority);
     if (!worker_->isRunning() && !worker_->isFinished()) {
       qInfo() << "Source" << Name()

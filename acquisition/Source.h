@@ -42,5 +42,6 @@ private:
   bool useBoardKev_ = false;
   std::optional<SourceBinding> binding_;
   std::unique_ptr<DataDistructorSource> distructor_;
+  std::unique_ptr<ReadWatch> watch_;
   std::unique_ptr<Source_Thread> worker_;
 };

@@ -29,7 +29,7 @@ private:
 
 Source_Thread::Source_Thread(const QString& dataType, const SourceBinding& binding,
                              const KorvaxBlock::OutputPins& outputs, const DataDistructorSource* distructor,
-                             const std::atomic<double>& downloadIntervalMs)
+                             const std::atomic<double>& downloadIntervalMs, ReadWatch& watch)
     : dataType_(dataType),
       binding_(binding),
       endpointPath_(binding.EndpointPath()),
@@ -37,6 +37,7 @@ Source_Thread::Source_Thread(const QString& dataType, const SourceBinding& bindi
       outputs_(outputs),
       distructor_(distructor),
       downloadIntervalMs_(downloadIntervalMs),
+      watch_(watch),
       account_({korvax::Fate::Decoded, korvax::Fate::PassedOver, korvax::Fate::Refused}) {
   setStackSize(StackBytes);
 }
@@ -91,7 +92,10 @@ bool Source_Thread::ReadOnce() {
     return false;
   }
   board::ReadBlock block;
-  if (binding_.board->ReadData(binding_.endpointQuery, &block) != 0 || block.count == 0) {
+  watch_.Begin();
+  const qint32 status = binding_.board->ReadData(binding_.endpointQuery, &block);
+  watch_.End();
+  if (status != 0 || block.count == 0) {
     return false;
   }
   DecodeBlock(block);
@@ -122,19 +126,23 @@ korvax::Fates Source_Thread::DecodeEntries(const board::ReadBlock& block) {
                                              useBoardKev_.load(std::memory_order_relaxed), &clock_};
   const std::span entries(reinterpret_cast<const board::Entry*>(block.entries), count);
   const std::size_t decoded = acquisition::Decode(
-      entries, settings, [this](std::unique_ptr<PayloadBatch> batch) { Push(std::move(batch)); });
+      entries, settings, [this](std::unique_ptr<PayloadBatch> batch) { Gather(std::move(batch)); });
+  PushGathered();
   fates[korvax::Fate::Decoded] = decoded;
   fates[korvax::Fate::PassedOver] = count - decoded;
   return fates;
 }
 
-void Source_Thread::Push(std::unique_ptr<PayloadBatch> batch) {
-  DataMessage message;
-  message.dataType = dataType_;
-  message.endpointPath = endpointPath_;
-  account_.BookMade(batch->Size());
-  message.batch = std::move(batch);
-  outputs_.front()->Push(std::move(message));
+void Source_Thread::Gather(std::unique_ptr<PayloadBatch> batch) {
+  gathered_ += batch->Size();
+  messages_.push_back({dataType_, endpointPath_, 0, 0, std::move(batch), 0, 0});
+}
+
+// All messages of a block at a time: where each record is one, their consumer isn't woken for each.
+void Source_Thread::PushGathered() {
+  account_.BookMade(std::exchange(gathered_, 0));
+  outputs_.front()->PushAll(messages_);
+  messages_.clear();
 }
 
 void Source_Thread::Pause(unsigned long milliseconds) {

@@ -4,6 +4,7 @@
 #include "acquisition/DataDistructorSource.h"
 #include "acquisition/Decoder.h"
 #include "acquisition/EnergyCalibration.h"
+#include "acquisition/ReadWatch.h"
 #include "acquisition/SourceBinding.h"
 #include "framework/KorvaxBlock.h"
 #include "framework/Lock.h"
@@ -16,10 +17,11 @@
 /// pausing for the download interval after every read. Runs until Stop.
 class Source_Thread : public QThread {
 public:
-  /// The output pins, the distructor (null without a board) and the interval belong to the source and outlive
-  /// the thread.
+  /// The output pins, the distructor (null without a board), the interval and the watch belong to the source and
+  /// outlive the thread.
   Source_Thread(const QString& dataType, const SourceBinding& binding, const KorvaxBlock::OutputPins& outputs,
-                const DataDistructorSource* distructor, const std::atomic<double>& downloadIntervalMs);
+                const DataDistructorSource* distructor, const std::atomic<double>& downloadIntervalMs,
+                ReadWatch& watch);
   ~Source_Thread() override;
 
   // Main thread; each counts from the next block on.
@@ -43,7 +45,8 @@ private:
   bool ReadOnce();
   void DecodeBlock(board::ReadBlock& block);
   korvax::Fates DecodeEntries(const board::ReadBlock& block);
-  void Push(std::unique_ptr<PayloadBatch> batch);
+  void Gather(std::unique_ptr<PayloadBatch> batch);
+  void PushGathered();
   void Pause(unsigned long milliseconds);
   bool IsStopping() const { return stopping_.load(std::memory_order_relaxed); }
 
@@ -54,8 +57,13 @@ private:
   const KorvaxBlock::OutputPins& outputs_;
   const DataDistructorSource* const distructor_;
   const std::atomic<double>& downloadIntervalMs_;
+  ReadWatch& watch_;
   korvax::Account account_;
-  EnergyCalibration calibration_;  // worker
+
+  // Worker.
+  EnergyCalibration calibration_;
+  std::vector<DataMessage> messages_;  // of the block in hand
+  quint64 gathered_ = 0;               // records in messages_
 
   // Written by the main thread, read by the worker.
   korvax::Guarded<QString> expression_;

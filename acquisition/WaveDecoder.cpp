@@ -15,7 +15,7 @@ void SetHeader(KorvaxPayload_Waves& waves, const board::WaveGroupRecord& group) 
 }
 
 bool IsPlausible(const board::WaveGroupRecord& group) {
-  return group.data != nullptr && group.waves <= MostWaves && group.samplesPerWave >= 0 &&
+  return group.data != nullptr && group.waves >= 0 && group.waves <= MostWaves && group.samplesPerWave >= 0 &&
          group.samplesPerWave <= MostSamples && qint64{group.waves} * group.samplesPerWave <= MostSamplesOfGroup;
 }
 

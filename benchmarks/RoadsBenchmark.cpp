@@ -10,6 +10,7 @@
 #include "benchmarks/Road.h"
 #include "framework/QueryHandler.h"
 #include "recording/DataDumper.h"
+#include "server/ProcessSettings.h"
 #include "sinks/BinIndex.h"
 
 #include <QCoreApplication>
@@ -376,7 +377,7 @@ void Print(const RoadEntry& road, const std::map<std::string, Result>& best) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  qputenv("QT_NO_GLIB", "1");  // as the server does
+  korvax::ApplyProcessSettings();
   if (argc > 1 && std::strcmp(argv[1], "--clients") == 0) {
     return bench::RunClients(argc, argv);
   }

@@ -1,5 +1,7 @@
 #include "framework/PinOutput.h"
 
+#include <algorithm>
+
 namespace {
 
 quint64 RecordsIn(const DataMessage& message) {
@@ -16,28 +18,46 @@ PinOutput::~PinOutput() {
   }
 }
 
-bool PinOutput::Push(DataMessage&& message) {
-  DataMessage owned = std::move(message);
-  const quint64 records = RecordsIn(owned);
+std::size_t PinOutput::PushAll(std::span<DataMessage> messages) {
   // Read without the lock: only this producer makes the queue longer, so it can't pass the limit.
-  if (size_.load(std::memory_order_relaxed) >= Limit) {
-    const korvax::Lock lock(mutex_);
-    counts_.dropped += records;
-    return false;
+  const auto room = static_cast<std::size_t>(Limit - size_.load(std::memory_order_relaxed));
+  const std::size_t accepted = std::min(messages.size(), room);
+  if (accepted < messages.size()) {
+    Drop(messages.subspan(accepted));
   }
-  int size = 0;
-  {
-    const korvax::Lock lock(mutex_);
-    queue_.Append(std::move(owned));
-    size = static_cast<int>(queue_.Size());
-    size_.store(size, std::memory_order_relaxed);
+  if (accepted > 0) {
+    const int last = Append(messages.first(accepted));
+    const korvax::SignalCrossing crossing(*this);
+    for (int size = last - static_cast<int>(accepted) + 1; size <= last; ++size) {
+      emit NewDataPushedInPin(size);
+    }
+  }
+  return accepted;
+}
+
+// Returns the queue's size.
+int PinOutput::Append(std::span<DataMessage> messages) {
+  const korvax::Lock lock(mutex_);
+  for (DataMessage& message : messages) {
+    const quint64 records = RecordsIn(message);
     counts_.pushed += records;
     counts_.waiting += records;
-    acceptedMessages_.fetch_add(1, std::memory_order_relaxed);
+    queue_.Append(std::move(message));
   }
-  const korvax::SignalCrossing crossing(*this);
-  emit NewDataPushedInPin(size);
-  return true;
+  const auto size = static_cast<int>(queue_.Size());
+  size_.store(size, std::memory_order_relaxed);
+  acceptedMessages_.fetch_add(messages.size(), std::memory_order_relaxed);
+  return size;
+}
+
+void PinOutput::Drop(std::span<DataMessage> messages) {
+  quint64 records = 0;
+  for (DataMessage& message : messages) {
+    records += RecordsIn(message);
+    message = {};
+  }
+  const korvax::Lock lock(mutex_);
+  counts_.dropped += records;
 }
 
 bool PinOutput::Take(DataMessage& out) {

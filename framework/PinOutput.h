@@ -6,6 +6,7 @@
 #include <QObject>
 
 #include <atomic>
+#include <span>
 
 /// What a pin knows of its records.
 struct PinCounts {
@@ -32,7 +33,10 @@ public:
 
   /// Appends the message and takes it over. When the queue is full, the message is destroyed at once with its
   /// records, and false comes back; nothing is logged or signalled. Producer's thread.
-  bool Push(DataMessage&& message);
+  bool Push(DataMessage&& message) { return PushAll(std::span(&message, 1)) == 1; }
+  /// Does the same for each in turn, under one lock: the consumer finds them all at its first wake-up. Returns how
+  /// many were accepted.
+  std::size_t PushAll(std::span<DataMessage> messages);
 
   /// Moves the oldest message into an empty one; false when there is none. Called by the linked input pin only.
   bool Take(DataMessage& out);
@@ -51,6 +55,9 @@ signals:
   void NewDataPushedInPin(int FifoSize);
 
 private:
+  int Append(std::span<DataMessage> messages);
+  void Drop(std::span<DataMessage> messages);
+
   const QString name_;
   mutable QMutex mutex_;
   korvax::MessageQueue queue_;                 // guarded by mutex_

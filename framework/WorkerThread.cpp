@@ -9,9 +9,10 @@ WorkerThread::~WorkerThread() {
   Q_ASSERT(!isRunning());
 }
 
-// Without the lock while the worker works: there may be a call for each message.
+// Without the lock while the worker works, and not for messages that it has already taken: there may be a call for
+// each.
 void WorkerThread::Wake() {
-  if (waits_.load(std::memory_order_acquire)) {
+  if (waits_.load(std::memory_order_acquire) && inputs_.front()->Level() > 0) {
     const Lock lock(mutex_);
     waits_.store(false, std::memory_order_release);  // one call is enough
     wake_.wakeAll();

@@ -18,7 +18,7 @@ inline constexpr QThread::Priority StreamPriority = QThread::TimeCriticalPriorit
 /// derived part that Consume needs would already be gone.
 class WorkerThread : public QThread {
 public:
-  /// Wakes the worker if it waits. Any thread.
+  /// Wakes the worker if it waits and there is something to take. Any thread.
   void Wake();
 
   /// Ends the loop once everything that has reached the pin is consumed and Finish is through, and waits for the

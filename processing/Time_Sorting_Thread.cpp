@@ -50,17 +50,28 @@ void Time_Sorting_Thread::AfterDrain() {
     return;  // kept: a single event stays until another one arrives
   }
   while (buffer_.Size() > 0 && buffer_.IsDue(now_)) {
-    Emit(buffer_.TakeGroup());
+    Gather(buffer_.TakeGroup());
   }
+  EmitGathered();
 }
 
-void Time_Sorting_Thread::Emit(std::unique_ptr<PayloadBatch> group) {
-  const quint64 records = group->Size();
+void Time_Sorting_Thread::Gather(std::unique_ptr<PayloadBatch> group) {
+  gathered_ += group->Size();
+  groups_.push_back({envelope_.dataType, envelope_.endpointPath, envelope_.word1, envelope_.word2,
+                     std::move(group), envelope_.word3, envelope_.word4});
+}
+
+// All groups of a drain at a time: their consumer isn't woken for each.
+void Time_Sorting_Thread::EmitGathered() {
+  if (groups_.empty()) {
+    return;
+  }
+  const quint64 records = std::exchange(gathered_, 0);
   BookMade(records);
   Book(Fate::Grouped, records);
   PostBooked();
-  outputs_.front()->Push({envelope_.dataType, envelope_.endpointPath, envelope_.word1, envelope_.word2,
-                          std::move(group), envelope_.word3, envelope_.word4});
+  outputs_.front()->PushAll(groups_);
+  groups_.clear();
 }
 
 void Time_Sorting_Thread::Finish() {

@@ -28,7 +28,8 @@ protected:
 private:
   void TakeIn(const PayloadBatch& batch);
   void TakeInRecord(const KorvaxPayload& record);
-  void Emit(std::unique_ptr<PayloadBatch> group);
+  void Gather(std::unique_ptr<PayloadBatch> group);
+  void EmitGathered();
 
   const KorvaxBlock::OutputPins& outputs_;
   const QString blockName_;
@@ -39,5 +40,7 @@ private:
   korvax::OrderBuffer buffer_;
   DataMessage envelope_;  // the last message's texts and words, without a batch
   quint64 now_ = 0;       // µs since 1970-01-01 UTC, of the last message
+  std::vector<DataMessage> groups_;
+  quint64 gathered_ = 0;  // records in groups_
   bool strangersLogged_ = false;
 };

@@ -97,6 +97,7 @@ constexpr std::array keys{
     Key{"events", InFull, [](S& s, V v) { return Whole<std::uint32_t>(s.events, v, 1, 1'000'000); }},
     Key{"groups", InFull, [](S& s, V v) { return Whole<std::uint32_t>(s.groups, v, 1, 64); }},
     Key{"blocks", InFull, [](S& s, V v) { return Whole<std::uint64_t>(s.blocks, v, 0, Many); }},
+    Key{"pace", InFull, [](S& s, V v) { return Real(s.pace, v, 0.0, 1e9); }},
     Key{"open", Everywhere, [](S& s, V v) { return OpenResult(s.openResult, v); }},
     Key{"fail_read", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.failRead, v, 0, Many); }},
     Key{"empty", Everywhere, [](S& s, V v) { return Whole<std::uint64_t>(s.emptyRead, v, 0, Many); }},

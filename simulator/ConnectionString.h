@@ -34,6 +34,7 @@ struct BoardSettings {
   std::uint32_t events = 1000;  // full: entries of a block
   std::uint32_t groups = 4;
   std::uint64_t blocks = 0;
+  double pace = 0.0;  // energies a second, and as many pairs
 
   std::int32_t openResult = 0;  // misbehaviour; every n-th read, 0 for none
   std::uint64_t failRead = 0;

@@ -49,7 +49,12 @@ void NumberHits(std::vector<Hit>& hits, std::vector<std::uint32_t>& numbers) {
   }
 }
 
-std::unique_ptr<Endpoint> MakeFullPairs(const BoardSettings& settings) {
+FullFlow FlowOfEvents(const BoardSettings& settings, const BoardState& state) {
+  const double nsPerBlock = settings.pace > 0.0 ? settings.events * 1e9 / settings.pace : 0.0;
+  return {settings.blocks, static_cast<std::uint64_t>(nsPerBlock), state.clock};
+}
+
+std::unique_ptr<Endpoint> MakeFullPairs(const BoardSettings& settings, const BoardState& state) {
   GeneratorSettings paired = settings.generator;
   paired.coincidence = 1.0;
   paired.channels = std::max(paired.channels, 2U);
@@ -58,7 +63,7 @@ std::unique_ptr<Endpoint> MakeFullPairs(const BoardSettings& settings) {
   for (std::size_t variant = 0; variant < EnergyVariants; ++variant) {
     blocks.push_back(MakePairBlock(TakeHits(generator, settings.events, true)));
   }
-  return std::make_unique<FullEndpoint>(std::move(blocks), settings.blocks);
+  return std::make_unique<FullEndpoint>(std::move(blocks), FlowOfEvents(settings, state));
 }
 
 std::unique_ptr<Endpoint> MakeFullWaveforms(const BoardSettings& settings, BoardState& state) {
@@ -69,7 +74,7 @@ std::unique_ptr<Endpoint> MakeFullWaveforms(const BoardSettings& settings, Board
     const std::uint64_t first = 1 + variant * settings.groups;
     blocks.push_back(maker.Make(first, settings.groups, periodNs, settings.samples, state.switches));
   }
-  return std::make_unique<FullEndpoint>(std::move(blocks), settings.blocks);
+  return std::make_unique<FullEndpoint>(std::move(blocks), FullFlow{settings.blocks, 0, {}});
 }
 
 }  // namespace
@@ -97,9 +102,9 @@ EndpointSet MakeFullEndpoints(const BoardSettings& settings, BoardState& state) 
     blocks.push_back(MakeEnergyBlock(hits));
     counts.push_back(CountChannels(hits, settings.generator.channels));
   }
-  auto energy = std::make_unique<FullEndpoint>(std::move(blocks), settings.blocks);
+  auto energy = std::make_unique<FullEndpoint>(std::move(blocks), FlowOfEvents(settings, state));
   auto rates = std::make_unique<FullRates>(*energy, std::move(counts), state.clock);
-  return {std::move(energy), MakeFullPairs(settings), MakeFullWaveforms(settings, state), std::move(rates)};
+  return {std::move(energy), MakeFullPairs(settings, state), MakeFullWaveforms(settings, state), std::move(rates)};
 }
 
 }  // namespace korvax::sim

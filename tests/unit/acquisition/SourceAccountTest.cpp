@@ -103,11 +103,12 @@ TEST_F(ASourcesAccount, hasWaveGroupsThatCanNotBeTrueAsPassedOver) {
   block
       .Add(GroupRecord(4, 2, data.Data()))  // good
       .Add(GroupRecord(-1, 2, data.Data()))
+      .Add(GroupRecord(4, -1, data.Data()))
       .Add(GroupRecord(4, 65'537, data.Data()))
       .Add(GroupRecord(4, 2, nullptr))
       .Add(GroupRecord(67'108'865, 1, data.Data()))
       .AddPointer(nullptr);
-  Expect(AccountOf("waveform", {&block}), {.decoded = 1, .passedOver = 5, .made = 1});
+  Expect(AccountOf("waveform", {&block}), {.decoded = 1, .passedOver = 6, .made = 1});
 }
 
 TEST_F(ASourcesAccount, hasAGroupWithoutWavesAsDecoded) {

@@ -68,6 +68,45 @@ TEST(PinOutput, rejectsWithoutASignalOrALogLine) {
   EXPECT_EQ(log.Lines(), QStringList());
 }
 
+TEST(PinOutput, takesSeveralAtOnceAndSignalsEachWithRisingSizes) {
+  PinOutput pin("energy");
+  ASSERT_TRUE(pin.Push(Numbered(0)));
+  const QSignalSpy signalled(&pin, &PinOutput::NewDataPushedInPin);
+  std::vector<DataMessage> messages;
+  for (quint64 number : {1U, 2U, 3U}) {
+    messages.push_back(Numbered(number));
+  }
+  EXPECT_EQ(pin.PushAll(messages), 3U);
+  ASSERT_EQ(signalled.count(), 3);
+  EXPECT_EQ(signalled[0][0], 2);
+  EXPECT_EQ(signalled[1][0], 3);
+  EXPECT_EQ(signalled[2][0], 4);
+  DataMessage message;
+  for (quint64 expected = 0; pin.Take(message); ++expected) {
+    EXPECT_EQ(message.word1, expected);
+  }
+  EXPECT_EQ(pin.AcceptedMessages(), 4U);
+}
+
+TEST(PinOutput, ofSeveralTakesTheFirstForWhichThereIsRoom) {
+  PinOutput pin("energy");
+  Fill(pin);
+  DataMessage taken;
+  ASSERT_TRUE(pin.Take(taken));
+  const QSignalSpy signalled(&pin, &PinOutput::NewDataPushedInPin);
+  int destroyed = 0;
+  const auto note = [&destroyed] { ++destroyed; };
+  std::vector<DataMessage> messages;
+  messages.push_back(test::MessageOf(test::Watched(note), test::Watched(note)));
+  messages.push_back(test::MessageOf(test::Watched(note), test::Watched(note), test::Watched(note)));
+  EXPECT_EQ(pin.PushAll(messages), 1U);
+  EXPECT_EQ(destroyed, 3);
+  EXPECT_EQ(signalled.count(), 1);
+  EXPECT_EQ(pin.Counts().pushed, 2U);
+  EXPECT_EQ(pin.DroppedRecords(), 3U);
+  EXPECT_EQ(pin.PushAll({}), 0U);
+}
+
 TEST(PinOutput, dropsTheNewestAndKeepsTheOldestWhenFull) {
   PinOutput pin("energy");
   Fill(pin);

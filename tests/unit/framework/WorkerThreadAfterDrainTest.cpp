@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -87,12 +88,25 @@ TEST_F(AWorkerWithWorkAfterItsDrain, takesWhatArrivesMeanwhileBeforeIt) {
   ASSERT_TRUE(test::WaitFor([this] { return worker.Steps() == "consume consume after "; }));
 }
 
-TEST_F(AWorkerWithWorkAfterItsDrain, doesItAfterEveryWakeUp) {
+TEST_F(AWorkerWithWorkAfterItsDrain, doesItAfterEveryDrain) {
   worker.start(korvax::StreamPriority);
-  ASSERT_TRUE(test::WaitFor([this] {
+  for (const char* steps : {"consume after ", "consume after consume after "}) {
+    output.Push({});
+    ASSERT_TRUE(test::WaitFor([&] {
+      worker.Wake();
+      return worker.Steps() == steps;
+    }));
+  }
+}
+
+TEST_F(AWorkerWithWorkAfterItsDrain, isNotWokenForMessagesThatItHasTaken) {
+  worker.start(korvax::StreamPriority);
+  for (int i = 0; i < 10'000; ++i) {
     worker.Wake();
-    return worker.Steps().substr(0, 12) == "after after ";
-  }));
+    std::this_thread::yield();
+  }
+  worker.Stop();
+  EXPECT_EQ(worker.Steps(), "after finish ");
 }
 
 TEST_F(AWorkerWithWorkAfterItsDrain, doesItOnItsOwnThread) {

@@ -125,3 +125,23 @@ TEST_F(FullLoad, NumbersTheHitsOfEachChannelAndFlagsThem) {
   EXPECT_GT(piledUp, 100U);
   EXPECT_GT(saturated, 100U);
 }
+
+TEST_F(FullLoad, KeepsThePaceThatItIsGiven) {
+  BoardHarness board("sim:full?events=100&pace=50000", clock_.Get());  // a block in 2 ms
+  board.Send("endpoints\\energy\\start");
+  EXPECT_EQ(board.ReadAllHits().size(), 100U);
+  EXPECT_EQ(board.LastStatus(), Status::Timeout);
+  clock_.AdvanceMs(1);
+  EXPECT_EQ(board.ReadAllHits().size(), 0U);
+  clock_.AdvanceMs(1);
+  EXPECT_EQ(board.ReadAllHits().size(), 100U);
+  clock_.AdvanceMs(500);
+  EXPECT_EQ(board.ReadAllHits().size(), 25'000U);
+}
+
+TEST_F(FullLoad, MakesUpForASecondOfAReaderThatLags) {
+  BoardHarness board("sim:full?events=100&pace=50000", clock_.Get());
+  board.Send("endpoints\\energy\\start");
+  clock_.AdvanceMs(60'000);
+  EXPECT_EQ(board.ReadAllHits().size(), 50'100U);
+}
