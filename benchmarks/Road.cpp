@@ -136,6 +136,10 @@ quint64 Road::Lost() const {
   return lost;
 }
 
+void Road::StartCounting(const QString& name) const {
+  Ask(name, QStringLiteral(R"({"args": [{"cmd": "run_control", "status": "freerun"}]})"));
+}
+
 Passage Road::Run(const std::function<void()>& meanwhile) {
   auto& source = dynamic_cast<Source&>(Block(QStringLiteral("source")));
   const quint64 madeBefore = source.Records()->Get().made;

@@ -13,6 +13,12 @@ namespace bench {
 struct Cost {
   double cpuSeconds = 0.0;  ///< of all threads
   double wallSeconds = 0.0;
+
+  Cost& operator+=(const Cost& more) {
+    cpuSeconds += more.cpuSeconds;
+    wallSeconds += more.wallSeconds;
+    return *this;
+  }
 };
 
 /// Runs `work` and says what it took, the process's other threads included.
@@ -38,6 +44,9 @@ public:
   KorvaxBlock& Block(const QString& name) const;
   /// A query to a block of that name; its answer.
   QString Ask(const QString& name, const QString& query) const;
+
+  /// Lets a sink of that name count.
+  void StartCounting(const QString& name) const;
 
   /// Starts the source, runs the event loop until everything that the board hands out has come to rest, and stops
   /// the source. `meanwhile` is called about once a millisecond.
