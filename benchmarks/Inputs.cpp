@@ -1,23 +1,35 @@
 #include "benchmarks/Inputs.h"
 
+#include <map>
+#include <utility>
+
 namespace bench {
 
-Blocks EventBlocks() {
-  static const auto blocks = [] {
-    std::vector<RawBlock> made;
-    for (quint32 seed = 1; seed <= 64; ++seed) {
-      made.emplace_back(EventsPerBlock, Channels, Bins, seed);
-    }
-    return made;
-  }();
-  static const auto entries = [] {
-    std::vector<std::span<const board::Entry>> spans;
-    for (const RawBlock& block : blocks) {
-      spans.push_back(block.Entries());
-    }
-    return spans;
-  }();
-  return entries;
+namespace {
+
+struct MadeBlocks {
+  std::vector<RawBlock> blocks;
+  std::vector<std::span<const board::Entry>> entries;
+};
+
+MadeBlocks MakeEventBlocks(int eventsPerBlock, int channels) {
+  MadeBlocks made;
+  for (quint32 seed = 1; seed <= 64; ++seed) {
+    made.blocks.emplace_back(static_cast<std::size_t>(eventsPerBlock), static_cast<quint32>(channels), Bins, seed);
+    made.entries.push_back(made.blocks.back().Entries());
+  }
+  return made;
+}
+
+}  // namespace
+
+Blocks EventBlocks(int eventsPerBlock, int channels) {
+  static std::map<std::pair<int, int>, MadeBlocks> made;
+  const auto [place, isNew] = made.try_emplace({eventsPerBlock, channels});
+  if (isNew) {
+    place->second = MakeEventBlocks(eventsPerBlock, channels);
+  }
+  return place->second.entries;
 }
 
 Blocks PairBlocks() {

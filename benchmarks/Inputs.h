@@ -17,7 +17,7 @@ inline constexpr int Bins = 4096;
 inline constexpr int EventsPerBlock = 1000;
 
 /// 64 blocks of events with channels and energies spread evenly.
-Blocks EventBlocks();
+Blocks EventBlocks(int eventsPerBlock = EventsPerBlock, int channels = Channels);
 
 inline constexpr int PairsPerBlock = 1000;
 

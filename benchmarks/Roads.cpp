@@ -12,17 +12,19 @@ namespace bench {
 
 namespace {
 
-QString Spectrum(const QString& name, const QString& from, int pin = 0) {
+QString Spectrum(const QString& name, const QString& from, int pin = 0, int channels = Channels) {
   return QStringLiteral(R"({"block_type": "spectrum", "name": "%1", "input_count": 1,
     "sources": [{"source": "%2", "pin": "%3"}], "parameters": [
-    {"param_name": "bin_number", "param_value": 4096}, {"param_name": "ch_number", "param_value": 64}]})")
+    {"param_name": "bin_number", "param_value": 4096}, {"param_name": "ch_number", "param_value": %4}]})")
       .arg(name, from)
-      .arg(pin);
+      .arg(pin)
+      .arg(channels);
 }
 
-QString Tee() {
-  return QStringLiteral(R"({"block_type": "tee", "name": "tee", "input_count": 1, "output_count": 2,
-    "sources": [{"source": "source", "pin": "0"}]})");
+QString Tee(int outputs) {
+  return QStringLiteral(R"({"block_type": "tee", "name": "tee", "input_count": 1, "output_count": %1,
+    "sources": [{"source": "source", "pin": "0"}]})")
+      .arg(outputs);
 }
 
 QString Dumper() {
@@ -55,14 +57,19 @@ Result Calibrated(qint64 blocks, double eventsPerSecond) {
       blocks, eventsPerSecond);
 }
 
-Result ToTwoSpectra(qint64 blocks, double eventsPerSecond) {
-  const QString tee = QStringLiteral("tee");
-  Road road(QStringLiteral("energy"), QString(),
-            Tee() + QLatin1Char(',') + Spectrum(QStringLiteral("a"), tee) + QLatin1Char(',') +
-                Spectrum(QStringLiteral("b"), tee, 1));
-  road.StartCounting(QStringLiteral("a"));
-  road.StartCounting(QStringLiteral("b"));
-  Load(blocks, eventsPerSecond);
+Result ToSpectra(const Shape& shape, qint64 blocks, double eventsPerSecond) {
+  const bool hasTee = shape.spectra > 1;
+  QStringList names;
+  QStringList chain = hasTee ? QStringList(Tee(shape.spectra)) : QStringList();
+  for (int i = 0; i < shape.spectra; ++i) {
+    names << QStringLiteral("spectrum%1").arg(i);
+    chain << Spectrum(names.back(), hasTee ? QStringLiteral("tee") : QStringLiteral("source"), i, shape.channels);
+  }
+  Road road(QStringLiteral("energy"), QString(), chain.join(QLatin1Char(',')));
+  for (const QString& name : names) {
+    road.StartCounting(name);
+  }
+  Load(EventBlocks(shape.eventsPerBlock, shape.channels), blocks, shape.eventsPerBlock, eventsPerSecond);
   return ResultOf(road.Run());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "benchmarks/Inputs.h"
 #include "benchmarks/Result.h"
 
 #include <QString>
@@ -17,7 +18,14 @@ void Load(qint64 blocks, double eventsPerSecond);
 Result ToSpectrum(const QString& sourceParameters, qint64 blocks, double eventsPerSecond);
 /// With a quadratic calibration.
 Result Calibrated(qint64 blocks, double eventsPerSecond);
-Result ToTwoSpectra(qint64 blocks, double eventsPerSecond);
+
+/// What a stream is like, and where it goes.
+struct Shape {
+  int eventsPerBlock = EventsPerBlock;
+  int channels = Channels;
+  int spectra = 1;  ///< behind a tee when there are more
+};
+Result ToSpectra(const Shape& shape, qint64 blocks, double eventsPerSecond);
 /// `afterwards` is part of what is measured.
 Result ToFiles(const QString& type, qint64 blocks, double eventsPerSecond,
                const std::function<void(const QString& folder)>& afterwards = {});

@@ -46,6 +46,10 @@ auto Spectrum() {
   return [](qint64 blocks, double rate) { return bench::ToSpectrum(QString(), blocks, rate); };
 }
 
+auto Spectra(const bench::Shape& shape) {
+  return [shape](qint64 blocks, double rate) { return bench::ToSpectra(shape, blocks, rate); };
+}
+
 auto Files(const char* type) {
   return [type](qint64 blocks, double rate) { return bench::ToFiles(QString::fromLatin1(type), blocks, rate); };
 }
@@ -61,8 +65,8 @@ const std::vector<RoadEntry>& Roads() {
       {"spectrum", Spectrum(), 100'000, 50, "bare loop"},
       {"spectrum, most", Spectrum(), 100'000, 0, "bare loop"},
       {"calibrated", bench::Calibrated, 100'000, 50, "spectrum"},
-      {"tee", bench::ToTwoSpectra, 50'000, 25, "bare loop"},
-      {"tee, most", bench::ToTwoSpectra, 50'000, 0, "bare loop"},
+      {"tee", Spectra({.spectra = 2}), 50'000, 25, "bare loop"},
+      {"tee, most", Spectra({.spectra = 2}), 50'000, 0, "bare loop"},
       {"bin", Files("BIN"), 40'000, 40, "bare loop"},
       {"bin, most", Files("BIN"), 40'000, 0, "bare loop"},
       {"write(2)", Unpaced(bench::PlainWrite), 40'000, 0, "write(2)"},
@@ -83,21 +87,26 @@ const std::vector<RoadEntry>& Roads() {
       {"unasked", Asked({}), 150'000, 50, "unasked"},
       {"asked 10/s", Asked({1, Channels, 100}), 150'000, 50, "unasked"},
       {"500 clients", Asked({500, 1, 1'000}), 150'000, 50, "unasked"},
+      {"rate 1", Spectra({}), 2'000, 1, "spectrum"},
+      {"rate 10", Spectra({}), 20'000, 10, "spectrum"},
+      {"1 channel", Spectra({.channels = 1}), 100'000, 50, "spectrum"},
+      {"1024 channels", Spectra({.channels = 1024}), 100'000, 50, "spectrum"},
+      {"blocks of 100", Spectra({.eventsPerBlock = 100}), 200'000, 10, "spectrum"},
+      {"blocks of 10", Spectra({.eventsPerBlock = 10}), 200'000, 1, "spectrum"},
+      {"blocks of 1", Spectra({.eventsPerBlock = 1}), 200'000, 0.1, "spectrum"},
+      {"4 spectra", Spectra({.spectra = 4}), 24'000, 12, "spectrum"},
+      {"8 spectra", Spectra({.spectra = 8}), 12'000, 6, "spectrum"},
   };
   return roads;
 }
 
+// When it is named, or what is wanted is compared with it.
 bool IsWanted(const std::vector<std::string>& names, const RoadEntry& road) {
-  if (names.empty()) {
-    return true;
-  }
-  const auto isNamed = [&](const char* name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
+  const auto comparesWithIt = [&](const RoadEntry& other) {
+    return &other != &road && std::strcmp(other.base, road.name) == 0 && IsWanted(names, other);
   };
-  const auto isBaseOfNamed = [&](const RoadEntry& other) {
-    return isNamed(other.name) && std::strcmp(other.base, road.name) == 0;
-  };
-  return isNamed(road.name) || std::any_of(Roads().begin(), Roads().end(), isBaseOfNamed);
+  return names.empty() || std::find(names.begin(), names.end(), road.name) != names.end() ||
+         std::any_of(Roads().begin(), Roads().end(), comparesWithIt);
 }
 
 // Of several rounds: the least cost, the highest rate, the fewest losses, the fastest answers.
