@@ -118,6 +118,7 @@ korvax::Fates Source_Thread::DecodeEntries(const board::ReadBlock& block) {
   const auto count = static_cast<std::size_t>(block.count);
   korvax::Fates fates;
   if (block.entries == nullptr || block.count > acquisition::MostEntries) {
+    TellOfGarbage(block.count);
     fates[korvax::Fate::Refused] = count;
     return fates;
   }
@@ -131,6 +132,15 @@ korvax::Fates Source_Thread::DecodeEntries(const board::ReadBlock& block) {
   fates[korvax::Fate::Decoded] = decoded;
   fates[korvax::Fate::PassedOver] = count - decoded;
   return fates;
+}
+
+void Source_Thread::TellOfGarbage(qint32 count) {
+  if (!std::exchange(garbageTold_, true)) {
+    qInfo() << "Source" << endpointPath_ << ": the board's library gave" << count
+            << "entries, which can't be. They are refused, and those to come without a line each: the ledger "
+               "counts them."
+            << "Look at the board";
+  }
 }
 
 void Source_Thread::Gather(std::unique_ptr<PayloadBatch> batch) {

@@ -45,6 +45,7 @@ private:
   bool ReadOnce();
   void DecodeBlock(board::ReadBlock& block);
   korvax::Fates DecodeEntries(const board::ReadBlock& block);
+  void TellOfGarbage(qint32 count);
   void Gather(std::unique_ptr<PayloadBatch> batch);
   void PushGathered();
   void Pause(unsigned long milliseconds);
@@ -64,6 +65,7 @@ private:
   EnergyCalibration calibration_;
   std::vector<DataMessage> messages_;  // of the block in hand
   quint64 gathered_ = 0;               // records in messages_
+  bool garbageTold_ = false;
 
   // Written by the main thread, read by the worker.
   korvax::Guarded<QString> expression_;

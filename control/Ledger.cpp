@@ -32,7 +32,7 @@ Origins OriginsOf(const BlockList& blocks) {
 // The account before the inputs, and the outputs before the account: each station only adds to what the one
 // before it has booked.
 Ledger::Entry EntryOf(const KorvaxBlock& block, const Origins& origins) {
-  Ledger::Entry entry{block.Name(), block.BlockType(), block.FullPath(), {}, {}, {}, {}};
+  Ledger::Entry entry{block.Name(), block.BlockType(), block.FullPath(), {}, {}, {}, {}, {}};
   for (const auto& output : block.Outputs()) {
     entry.outputs.push_back(output->Counts());
   }
@@ -47,6 +47,32 @@ Ledger::Entry EntryOf(const KorvaxBlock& block, const Origins& origins) {
                                : Ledger::Input{origin->second.block, origin->second.pin, input->TakenRecords()});
   }
   return entry;
+}
+
+// Those that have pins.
+std::vector<const KorvaxBlock*> StationsOf(const BlockList& blocks) {
+  std::vector<const KorvaxBlock*> stations;
+  for (const auto& block : blocks) {
+    if (!block->Inputs().empty() || !block->Outputs().empty()) {
+      stations.push_back(block.get());
+    }
+  }
+  return stations;
+}
+
+// By pins and not by names, which blocks may share.
+void NoteArrivals(const std::vector<const KorvaxBlock*>& stations, std::vector<Ledger::Entry>& entries) {
+  std::map<const PinOutput*, quint64> taken;
+  for (std::size_t i = 0; i < stations.size(); ++i) {
+    for (std::size_t pin = 0; pin < stations[i]->Inputs().size(); ++pin) {
+      taken[stations[i]->Inputs()[pin]->Upstream()] += entries[i].inputs[pin].taken;
+    }
+  }
+  for (std::size_t i = 0; i < stations.size(); ++i) {
+    for (const auto& output : stations[i]->Outputs()) {
+      entries[i].arrived.push_back(taken[output.get()]);
+    }
+  }
 }
 
 // Negative for differences that fell below 0: fewer wait than did, or records were accounted for twice.
@@ -109,10 +135,22 @@ void Subtract(Ledger::Entry& entry, const Ledger::Entry& earlier) {
     entry.outputs[i].dropped -= earlier.outputs[i].dropped;
     entry.outputs[i].taken -= earlier.outputs[i].taken;
     entry.outputs[i].waiting -= earlier.outputs[i].waiting;
+    entry.arrived[i] -= earlier.arrived[i];
   }
 }
 
 }  // namespace
+
+bool Ledger::Entry::HasPassedOn() const {
+  const auto passesOn = [](Fate fate) { return fate == Fate::Copied || fate == Fate::Grouped; };
+  return std::none_of(possibleFates.begin(), possibleFates.end(), passesOn) ||
+         account.made == account.fates[Fate::Copied] + account.fates[Fate::Grouped];
+}
+
+bool Ledger::Entry::HasArrived() const {
+  return std::equal(outputs.begin(), outputs.end(), arrived.begin(), arrived.end(),
+                    [](const PinCounts& output, quint64 there) { return output.taken == there; });
+}
 
 quint64 Ledger::Entry::InHand() const {
   quint64 inHand = 0;
@@ -131,13 +169,13 @@ quint64 Ledger::Entry::InHand() const {
 // Against the stream: a block is read before those that it is fed by.
 Ledger Ledger::Of(const BlockList& blocks) {
   const Origins origins = OriginsOf(blocks);
+  const std::vector<const KorvaxBlock*> stations = StationsOf(blocks);
   Ledger ledger;
-  for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
-    if (!(*block)->Inputs().empty() || !(*block)->Outputs().empty()) {
-      ledger.entries_.push_back(EntryOf(**block, origins));
-    }
+  for (auto station = stations.rbegin(); station != stations.rend(); ++station) {
+    ledger.entries_.push_back(EntryOf(**station, origins));
   }
   std::reverse(ledger.entries_.begin(), ledger.entries_.end());
+  NoteArrivals(stations, ledger.entries_);
   return ledger;
 }
 
@@ -146,8 +184,9 @@ void Ledger::KeepOnly(const QString& name) {
 }
 
 bool Ledger::IsBalanced() const {
-  return std::all_of(entries_.begin(), entries_.end(),
-                     [](const Entry& entry) { return entry.Missing() == 0 && entry.InHand() == 0; });
+  return std::all_of(entries_.begin(), entries_.end(), [](const Entry& entry) {
+    return entry.Missing() == 0 && entry.InHand() == 0 && entry.HasPassedOn() && entry.HasArrived();
+  });
 }
 
 Ledger Ledger::Since(const Ledger& earlier) const {

@@ -29,11 +29,16 @@ public:
     std::vector<Fate> possibleFates;
     std::vector<Input> inputs;
     std::vector<PinCounts> outputs;
+    std::vector<quint64> arrived;  ///< for each output, what the inputs linked to it have taken
 
     /// Received, and neither waiting nor accounted for: always 0, unless the server has a fault. Modulo 2^64.
     quint64 Missing() const { return account.received - account.waiting - account.fates.Sum(); }
     /// Taken from the inputs and not accounted for yet, or made and not pushed yet. 0 at rest.
     quint64 InHand() const;
+    /// A filter has made as many records as it says that it passed on. True at rest.
+    bool HasPassedOn() const;
+    /// What left the queues behind the outputs is where they lead to. True at rest.
+    bool HasArrived() const;
   };
 
   /// As it stands now. Main thread.
@@ -43,7 +48,7 @@ public:
   void KeepOnly(const QString& name);
 
   const std::vector<Entry>& Entries() const { return entries_; }
-  /// Nothing is missing, and nothing is in hand.
+  /// Nothing is missing in or between the blocks, and nothing is in hand.
   bool IsBalanced() const;
 
   /// What was added since `earlier`, a ledger of the same blocks, modulo 2^64: less may wait than did then.

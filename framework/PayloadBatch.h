@@ -3,6 +3,7 @@
 #include "framework/KorvaxPayload_Energy.h"
 #include "framework/RecycledMemory.h"
 
+#include <algorithm>
 #include <vector>
 
 /// Energy events side by side, in memory that goes round.
@@ -31,21 +32,26 @@ void ForEachRecord(const PayloadBatch& batch, Take&& take) {
   }
 }
 
-/// Calls `take` with each energy event of a batch, in order, and returns how many there are. Other records are
-/// passed over.
+/// Calls `take` with each energy event of a batch, in order. Other records are passed over.
 template <typename Take>
-std::size_t ForEachEvent(const PayloadBatch& batch, Take&& take) {
-  std::size_t events = batch.events.size();
+void ForEachEvent(const PayloadBatch& batch, Take&& take) {
   for (const KorvaxPayload_Energy& event : batch.events) {
     take(event);
   }
   for (const auto& record : batch.records) {
     if (const auto* event = PayloadCast<KorvaxPayload_Energy>(record.get())) {
       take(*event);
-      ++events;
     }
   }
-  return events;
+}
+
+/// How many energy events a batch holds.
+inline std::size_t EventCount(const PayloadBatch& batch) {
+  const auto isEvent = [](const auto& record) {
+    return PayloadCast<KorvaxPayload_Energy>(record.get()) != nullptr;
+  };
+  return batch.events.size() +
+         static_cast<std::size_t>(std::count_if(batch.records.begin(), batch.records.end(), isEvent));
 }
 
 }  // namespace korvax

@@ -19,9 +19,6 @@ void Histogram_Thread::SetCuts(double min, double max) {
 }
 
 korvax::Fates Histogram_Thread::Count(const PayloadBatch& batch) {
-  if (counts_.IsEmpty()) {
-    return {};
-  }
   const Binning binning{gain_, cutMin_, cutMax_, counts_.Rows(), counts_.Columns()};
   return korvax::CountEvents(batch, Fate::Cut, [&](const auto& event) { return CountEvent(event, binning); });
 }

@@ -17,6 +17,7 @@ public:
   const korvax::CountGrid& Counts() const { return counts_; }
 
 protected:
+  bool HasRoom() const override { return !counts_.IsEmpty(); }
   korvax::Fates Count(const PayloadBatch& batch) override;
   void Clear() override { counts_.Reset(); }
 

@@ -27,9 +27,6 @@ const korvax::CountGrid& Image_Thread::TakeImmediate() {
 }
 
 korvax::Fates Image_Thread::Count(const PayloadBatch& batch) {
-  if (cumulative_.IsEmpty()) {
-    return {};
-  }
   return korvax::CountEvents(batch, Fate::OutOfRange, [this](const auto& event) { return CountEvent(event); });
 }
 

@@ -19,6 +19,7 @@ public:
   const korvax::CountGrid& Cumulative() const { return cumulative_; }
 
 protected:
+  bool HasRoom() const override { return !cumulative_.IsEmpty(); }
   korvax::Fates Count(const PayloadBatch& batch) override;
   /// The cumulative image only.
   void Clear() override { cumulative_.Reset(); }

@@ -30,6 +30,9 @@ struct StripWiring {
   bool HasPlace(quint32 channel, quint32 partner) const;
 };
 
+/// What became of a hit in its group; the better hides the worse.
+enum class HitRole : quint8 { Alone, Rejected, Placed };
+
 /// Bounds of a pair's summed raw energy, both inclusive.
 struct EnergyWindow {
   double min = 0.0;
@@ -41,8 +44,9 @@ struct EnergyWindow {
 bool HasRepeatedChannel(std::span<const StripHit> hits, std::vector<quint32>& channels);
 
 /// Appends the points of all pairs that the first of `hits` makes with later ones; returns how many pairs the
-/// energy window has rejected. Pairs without a place, or without any energy, give neither.
+/// energy window has rejected. Pairs without a place, or without any energy, give neither. `roles`, one for each
+/// hit, are raised by what the pairs make of them; it may be empty.
 int FindPairs(std::span<const StripHit> hits, const StripWiring& wiring, const EnergyWindow& window,
-              std::vector<StripPoint>& points);
+              std::vector<StripPoint>& points, std::span<HitRole> roles = {});
 
 }  // namespace korvax

@@ -4,10 +4,12 @@
 
 #include <QtDebug>
 
+#include <algorithm>
+
 using korvax::Fate;
 
 Position_Thread::Position_Thread(const KorvaxBlock::InputPins& inputs, korvax::StripWiring wiring, qint32 rows)
-    : SinkThread(inputs, When::Running, {Fate::Counted, Fate::RepeatedChannel}),
+    : SinkThread(inputs, When::Running, {Fate::Counted, Fate::Cut, Fate::OutOfRange, Fate::RepeatedChannel}),
       wiring_(std::move(wiring)),
       map_(rows, wiring_.Columns()) {}
 
@@ -34,30 +36,36 @@ void Position_Thread::Consume(DataMessage&& message) {
 }
 
 korvax::Fates Position_Thread::Count(const PayloadBatch& batch) {
-  korvax::Fates fates;
-  if (map_.IsEmpty()) {
-    return fates;
-  }
   hits_.clear();
   korvax::ForEachEvent(batch, [this](const KorvaxPayload_Energy& event) {
     hits_.push_back({event.channel, event.energyRaw});
   });
-  const bool isRepeated = korvax::HasRepeatedChannel(hits_, channels_);
-  fates[isRepeated ? Fate::RepeatedChannel : Fate::Counted] = hits_.size();
-  if (!isRepeated) {
-    CountHits();
+  if (!korvax::HasRepeatedChannel(hits_, channels_)) {
+    return CountHits();
   }
+  korvax::Fates fates;
+  fates[Fate::RepeatedChannel] = hits_.size();
   return fates;
 }
 
-void Position_Thread::CountHits() {
+korvax::Fates Position_Thread::CountHits() {
   points_.clear();
-  for (std::span<const korvax::StripHit> rest(hits_); !rest.empty(); rest = rest.subspan(1)) {
+  roles_.assign(hits_.size(), korvax::HitRole::Alone);
+  for (std::size_t i = 0; i < hits_.size(); ++i) {
     const std::size_t before = points_.size();
-    rejected_ += korvax::FindPairs(rest, wiring_, window_, points_);
+    rejected_ +=
+        korvax::FindPairs(std::span(hits_).subspan(i), wiring_, window_, points_, std::span(roles_).subspan(i));
     CountPoints(before);
     frames_.Add(points_);
   }
+  const auto with = [this](korvax::HitRole role) {
+    return static_cast<quint64>(std::count(roles_.begin(), roles_.end(), role));
+  };
+  korvax::Fates fates;
+  fates[Fate::Counted] = with(korvax::HitRole::Placed);
+  fates[Fate::Cut] = with(korvax::HitRole::Rejected);
+  fates[Fate::OutOfRange] = with(korvax::HitRole::Alone);
+  return fates;
 }
 
 void Position_Thread::CountPoints(std::size_t first) {

@@ -21,11 +21,12 @@ public:
 
 protected:
   void Consume(DataMessage&& message) override;
+  bool HasRoom() const override { return !map_.IsEmpty(); }
   korvax::Fates Count(const PayloadBatch& batch) override;
   void Clear() override;
 
 private:
-  void CountHits();
+  korvax::Fates CountHits();
   void CountPoints(std::size_t first);
 
   const korvax::StripWiring wiring_;
@@ -37,6 +38,7 @@ private:
 
   // Worker; kept from batch to batch for their memory.
   std::vector<korvax::StripHit> hits_;
+  std::vector<korvax::HitRole> roles_;
   std::vector<quint32> channels_;
   std::vector<korvax::StripPoint> points_;
   int rejected_ = 0;

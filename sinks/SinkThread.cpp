@@ -35,19 +35,22 @@ void SinkThread::Reset() {
 void SinkThread::Consume(DataMessage&& message) {
   const auto batch = std::move(message.batch);  // dies after the lock
   if (batch != nullptr) {
-    Fates fates = CountIfRunning(*batch);
-    fates[Fate::Other] += batch->Size() - fates.Sum();
-    Book(fates);
+    Book(CountIfRunning(*batch));
   }
 }
 
+// What the sink says of its events isn't made to fit: the account would show it.
 Fates SinkThread::CountIfRunning(const PayloadBatch& batch) {
   const Lock lock(mutex_);
-  if (running_ || countsWhen_ == When::Always) {
-    return Count(batch);
-  }
   Fates fates;
-  fates[Fate::WhileStopped] = batch.Size();
+  if (!running_ && countsWhen_ == When::Running) {
+    fates[Fate::WhileStopped] = batch.Size();
+  } else if (!HasRoom()) {
+    fates[Fate::Other] = batch.Size();
+  } else {
+    fates = Count(batch);
+    fates[Fate::Other] = batch.Size() - EventCount(batch);
+  }
   return fates;
 }
 

@@ -25,8 +25,10 @@ protected:
 
   void Consume(DataMessage&& message) override;
 
-  /// Adds a batch to the counts. Returns what became of its records; those without a fate count as of another
-  /// kind. Worker thread, the lock is held.
+  /// Whether the sink has any room to count in. Never changes.
+  virtual bool HasRoom() const { return true; }
+  /// Adds the energy events of a batch to the counts, and returns what became of them. Worker thread, the lock is
+  /// held; there is room.
   virtual Fates Count(const PayloadBatch& batch) = 0;
   /// The lock is held.
   virtual void Clear() = 0;
@@ -46,12 +48,12 @@ private:
 /// `refused`.
 template <typename Count>
 Fates CountEvents(const PayloadBatch& batch, Fate refused, Count&& count) {
-  quint64 counted = 0;
-  const std::size_t events =
-      ForEachEvent(batch, [&](const KorvaxPayload_Energy& event) { counted += count(event) ? 1U : 0U; });
   Fates fates;
+  quint64 counted = 0;
+  quint64 others = 0;
+  ForEachEvent(batch, [&](const KorvaxPayload_Energy& event) { ++(count(event) ? counted : others); });
   fates[Fate::Counted] = counted;
-  fates[refused] = events - counted;
+  fates[refused] = others;
   return fates;
 }
 

@@ -15,9 +15,6 @@ void time_distribution_Thread::SetBinning(double binning) {
 
 korvax::Fates time_distribution_Thread::Count(const PayloadBatch& batch) {
   // Kept: counts without "freerun", which only decides the answer to "data_get_status".
-  if (counts_.IsEmpty()) {
-    return {};
-  }
   return korvax::CountEvents(batch, Fate::OutOfRange, [this](const auto& event) { return CountEvent(event); });
 }
 

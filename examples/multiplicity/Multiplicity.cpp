@@ -14,12 +14,12 @@ public:
   const korvax::CountGrid& Counts() const { return counts_; }
 
 protected:
+  bool HasRoom() const override { return !counts_.IsEmpty(); }
   korvax::Fates Count(const PayloadBatch& batch) override {
+    const std::size_t events = korvax::EventCount(batch);
+    counts_.Count(0, korvax::ClampIndex(static_cast<qint32>(events), counts_.Columns()));
     korvax::Fates fates;
-    if (!counts_.IsEmpty()) {
-      counts_.Count(0, korvax::ClampIndex(static_cast<qint32>(batch.Size()), counts_.Columns()));
-      fates[korvax::Fate::Counted] = batch.Size();
-    }
+    fates[korvax::Fate::Counted] = events;
     return fates;
   }
   void Clear() override { counts_.Reset(); }

@@ -74,7 +74,7 @@ protected:
     EXPECT_EQ(EntryOf(ledger, "times").account.fates[Fate::Counted], grouped);
     EXPECT_EQ(EntryOf(ledger, "times").account.fates[Fate::Counted], CountedTimes());
     const auto& mapped = EntryOf(ledger, "position").account.fates;
-    EXPECT_EQ(mapped[Fate::Counted] + mapped[Fate::RepeatedChannel], grouped);
+    EXPECT_EQ(mapped[Fate::Counted] + mapped[Fate::OutOfRange] + mapped[Fate::RepeatedChannel], grouped);
     EXPECT_GT(mapped[Fate::Counted], 0U);
     EXPECT_GT(mapped[Fate::RepeatedChannel], 0U);
   }

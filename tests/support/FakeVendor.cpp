@@ -36,6 +36,9 @@ std::int32_t GetValue(std::uint64_t /*handle*/, const char* path, char* value) {
 
 std::int32_t SendCommand(std::uint64_t /*handle*/, const char* command) {
   Record("command", QString::fromLatin1(command));
+  if (current->onCommand) {
+    current->onCommand();
+  }
   return current->result;
 }
 

@@ -37,6 +37,7 @@ public:
   /// Fills the 16-byte read block. May run on an acquisition thread. Without it reads find nothing.
   std::function<std::int32_t(void* block)> onRead;
   std::function<void(void* block)> onFree;
+  std::function<void()> onCommand;  ///< on the thread that sends it
 };
 
 }  // namespace test

@@ -145,6 +145,18 @@ TEST_F(OddChainTest, TeesAndSortersBehindEachOtherPassEveryEventOn) {
   EXPECT_TRUE(WaitForData([this] { return Counts(0) == EachOf(1000); }));
 }
 
+// Run control, which the server makes last, is then out of reach: the first block of the name is asked.
+TEST_F(OddChainTest, ADumperNamedCommandsTakesTheQueriesOfRunControl) {
+  StartWith({Block("dumper", "commands", "source", "0")});
+  TestClient client(QStringLiteral("commands"));
+  ASSERT_TRUE(client.Connect());
+  EXPECT_EQ(client.Ask(R"({"cmd":"get_run_info"})"), QStringLiteral("")) << "run control would give an array";
+  EXPECT_EQ(client.Ask(R"({"cmd":"pause_dump"})"), Success);
+  const QString counts = client.Ask(R"({"cmd":"get_dump_counts"})").value_or(QString());
+  EXPECT_TRUE(counts.startsWith(QStringLiteral("[{\"response\": true,\"status\":2,"))) << counts.toStdString();
+  EXPECT_EQ(client.Ask(R"({"cmd":"hv_on"})"), QStringLiteral("")) << "run control would obey";
+}
+
 struct Stream {
   const char* dataType;
   const char* endpoint;

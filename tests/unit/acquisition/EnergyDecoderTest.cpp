@@ -53,8 +53,8 @@ test::Bytes PairRecord(quint64 timestamp, quint32 pair, quint32 raw0, quint32 ra
   record.F64(511.0);      // 40 keV of the first detector
   record.F64(1274.5);     // 48 keV of the second
   record.Unused(8);       // 56
-  record.U8(1);           // 64 first flag
-  record.U8(0);           // 65 second flag
+  record.U8(3);           // 64 first flag
+  record.U8(200);         // 65 second flag
   record.Unused(2);       // 66
   record.U32(99);         // 68 extra word
   return record;
@@ -167,8 +167,8 @@ TEST(EnergyDecoder, APairRecordGivesABatchOfTwoEvents) {
     EXPECT_EQ(event.channel, 10 + detector);
     EXPECT_EQ(event.energyRaw, 100 + detector * 100);
     EXPECT_DOUBLE_EQ(event.energy, 101.0 + detector * 100);
-    EXPECT_EQ(event.flag0, 1);
-    EXPECT_EQ(event.flag1, 0);
+    EXPECT_EQ(event.flag0, 3);
+    EXPECT_EQ(event.flag1, 200);
     EXPECT_EQ(event.extraWord, 99U);
   }
 }

@@ -133,6 +133,9 @@ TEST_F(ASourcesAccount, hasBlocksWhoseNumbersCanNotBeTrueAsRefused) {
   MakeRunning("energy");
   ASSERT_TRUE(WaitForReads(4));
   Expect(source_->Records()->Get(), {.decoded = 1, .refused = 5 + 16'777'217, .made = 1});
+  const QStringList told = log_.Lines().filter("which can't be");
+  ASSERT_EQ(told.size(), 1) << "one line, whatever comes";
+  EXPECT_TRUE(told[0].contains("the board's library gave 5 entries")) << told[0].toStdString();
 }
 
 TEST_F(ASourcesAccount, hasNothingOfReadsThatFindNothingOrFail) {

@@ -202,12 +202,19 @@ TEST_F(ALedger, countsInHandWhatWasTakenAndIsNotBookedYet) {
   EXPECT_EQ(EntryOf("filter").InHand(), 5U);
   EXPECT_EQ(EntryOf("filter").Missing(), 0U);
   EXPECT_FALSE(Now().IsBalanced());
+  filter.account.BookMade(5);
+  filter.Push(5, 0);
+  filter.Push(5, 1);
   filter.Book(5, Fate::Copied, 5);
   EXPECT_EQ(EntryOf("filter").InHand(), 0U);
   EXPECT_TRUE(Now().IsBalanced());
 }
 
 TEST_F(ALedger, countsInHandWhatWasMadeAndIsNotPushedToEachOutputYet) {
+  source.account.BookMade(4);
+  source.Push(4);
+  filter.Take();
+  filter.Book(4, Fate::Copied, 4);
   filter.account.BookMade(4);
   EXPECT_EQ(EntryOf("filter").InHand(), 8U);
   filter.Push(4, 0);
@@ -235,6 +242,42 @@ TEST_F(ALedger, missesLessThanNothingWhenARecordHasTwoFates) {
   filter.Take();
   filter.Book(1, Fate::Copied, 2);
   EXPECT_EQ(BlockOf(Now().ToJson(), 1)["missing"], -1);
+  EXPECT_FALSE(Now().IsBalanced());
+}
+
+TEST_F(ALedger, isNotBalancedWhenAFilterMadeAnotherNumberThanItPassedOn) {
+  source.account.BookMade(2);
+  source.Push(2);
+  source.Book(1, Fate::Decoded, 1);
+  filter.Take();
+  filter.account.BookMade(2);
+  filter.Push(2, 0);
+  filter.Push(2, 1);
+  filter.Book(1, Fate::Copied, 1);
+  filter.Book(1, Fate::Other, 1);
+  EXPECT_EQ(EntryOf("filter").Missing(), 0U);
+  EXPECT_EQ(EntryOf("filter").InHand(), 0U);
+  EXPECT_FALSE(EntryOf("filter").HasPassedOn());
+  EXPECT_FALSE(Now().IsBalanced());
+}
+
+TEST_F(ALedger, isNotBalancedWhenRecordsLeaveAQueueForNowhere) {
+  PassThrough(3);
+  EXPECT_TRUE(Now().IsBalanced());
+  filter.account.BookMade(2);
+  filter.Push(2, 0);
+  filter.Push(2, 1);
+  source.account.BookMade(2);
+  source.Push(2);
+  source.Book(1, Fate::Decoded, 1);
+  filter.Take();
+  filter.Book(2, Fate::Copied, 2);
+  right.Take();
+  right.Book(2, Fate::Counted, 2);
+  EXPECT_TRUE(Now().IsBalanced()) << "two still wait for the left one";
+  DataMessage message;
+  ASSERT_TRUE(filter.Outputs()[0]->Take(message));
+  EXPECT_FALSE(EntryOf("filter").HasArrived());
   EXPECT_FALSE(Now().IsBalanced());
 }
 

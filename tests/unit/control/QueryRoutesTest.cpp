@@ -48,6 +48,15 @@ TEST_F(QueryRoutes, TheFirstOfTwoEqualPathsOrNamesWins) {
   EXPECT_TRUE(second.queries.isEmpty());
 }
 
+TEST_F(QueryRoutes, ABlockOfTheChainThatIsNamedCommandsStandsInFrontOfRunControl) {
+  const AnsweringBlock& dumper = Add("dumper", "commands", "p");
+  const AnsweringBlock& runControl = Add("commands", "commands", "");
+  EXPECT_EQ(Named("commands", R"({"cmd": "start_dump", "run_id": "1"})"),
+            QString(R"(commands:{"cmd": "start_dump", "run_id": "1"})"));
+  EXPECT_EQ(dumper.queries, QStringList{R"({"cmd": "start_dump", "run_id": "1"})"});
+  EXPECT_TRUE(runControl.queries.isEmpty());
+}
+
 TEST_F(QueryRoutes, TheFirstMatchDecidesEvenWhenItsTypeIsNotServed) {
   Add("dumper", "a", "p");
   const AnsweringBlock& spectrum = Add("spectrum", "b", "p");

@@ -105,6 +105,10 @@ TEST(PinOutput, ofSeveralTakesTheFirstForWhichThereIsRoom) {
   EXPECT_EQ(pin.Counts().pushed, 2U);
   EXPECT_EQ(pin.DroppedRecords(), 3U);
   EXPECT_EQ(pin.PushAll({}), 0U);
+  while (pin.Take(taken)) {  // a pin doesn't destroy what it still holds
+  }
+  taken = {};
+  EXPECT_EQ(destroyed, 5);
 }
 
 TEST(PinOutput, dropsTheNewestAndKeepsTheOldestWhenFull) {

@@ -70,6 +70,40 @@ TEST(TeeCopies, haveEveryFieldOfAnEvent) {
   EXPECT_EQ(copy.extraWord, 77U);
 }
 
+TEST(TeeCopies, haveEveryFieldOfAnEventThatStandsInTheBatchAtEachOutput) {
+  Tee tee("2");
+  DataMessage message = MessageOf();
+  message.batch->events = test::Events({7, 0, 5}, 40);
+  message.batch->events[1] = test::FullEvent();
+  ASSERT_TRUE(tee.feed.Push(std::move(message)));
+  for (std::size_t output : {0U, 1U}) {
+    SCOPED_TRACE(output);
+    const DataMessage copy = tee.Next(output);
+    ASSERT_NE(copy.batch, nullptr);
+    ASSERT_EQ(copy.batch->events.size(), 3U);
+    EXPECT_TRUE(copy.batch->records.empty());
+    EXPECT_EQ(copy.batch->events[0].timestamp, 7U);
+    EXPECT_EQ(copy.batch->events[0].channel, 40U);
+    EXPECT_EQ(copy.batch->events[0].count, 1);
+    test::ExpectFullEvent(copy.batch->events[1]);
+    EXPECT_EQ(copy.batch->events[2].timestamp, 5U);
+    EXPECT_EQ(copy.batch->events[2].channel, 42U);
+    EXPECT_EQ(tee.Next(output).batch, nullptr) << "one message for each output";
+  }
+}
+
+TEST(TeeCopies, ofEventsThatStandInTheBatchBelongToTheirReadersAlone) {
+  Tee tee("2");
+  DataMessage message = MessageOf();
+  message.batch->events.push_back(test::FullEvent());
+  ASSERT_TRUE(tee.feed.Push(std::move(message)));
+  DataMessage first = tee.Next(0);
+  const DataMessage second = tee.Next(1);
+  first.batch->events.at(0) = {};
+  first.batch.reset();
+  test::ExpectFullEvent(second.batch->events.at(0));
+}
+
 TEST(TeeCopies, belongToTheirReadersAlone) {
   Tee tee("2");
   auto rates = std::make_unique<KorvaxPayload_RateCounters>(2);

@@ -70,6 +70,25 @@ TEST_F(SorterMessages, handOnTheEventsAsTheyCame) {
   EXPECT_EQ(emitted.extraWord, 6U);
 }
 
+TEST_F(SorterMessages, keepEveryFieldOfTheirEventsButTheArrivalWhichIsThatOfTheMessage) {
+  DataMessage byValue = test::MessageOf();
+  byValue.batch->events.push_back(test::FullEvent());
+  ASSERT_TRUE(feed.Push(std::move(byValue)));
+  Drain();
+  PassMicroseconds(10);
+  ASSERT_TRUE(feed.Push(test::MessageOf(std::make_unique<KorvaxPayload_Energy>(test::FullEvent()))));
+  Drain();
+  PassMicroseconds(6'000);
+  PushAndDrain({});
+  DataMessage message;
+  ASSERT_EQ(reader.Pop(message), PinInput::Taken);
+  ASSERT_EQ(message.batch->events.size(), 2U);
+  EXPECT_TRUE(message.batch->records.empty());
+  const bool inOrder = message.batch->events[0].arrivalTime < message.batch->events[1].arrivalTime;
+  test::ExpectFullEvent(message.batch->events[inOrder ? 0 : 1], 1'000'000'000'000);
+  test::ExpectFullEvent(message.batch->events[inOrder ? 1 : 0], 1'000'000'000'010);
+}
+
 TEST_F(SorterMessages, withoutABatchBringTheirTimeAndEnvelopeOnly) {
   PushAndDrain({0, 1'000});
   PassMicroseconds(6'000);

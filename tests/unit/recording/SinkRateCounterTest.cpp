@@ -1,5 +1,7 @@
 #include "tests/unit/recording/SinkRateCounterFixture.h"
 
+#include <QMetaMethod>
+
 namespace {
 
 using test::Rates;
@@ -28,6 +30,23 @@ TEST(SinkRateCounter, isARecordingBlockWithOneInputPin) {
   EXPECT_EQ(sink.block.Inputs().size(), 1U);
   EXPECT_EQ(sink.block.Outputs().size(), 0U);
   EXPECT_EQ(sink.block.Fault(), "");
+}
+
+TEST(SinkRateCounter, hasItsSlotsInOrder) {
+  const std::pair<const char*, QList<QByteArray>> rows[] = {
+      {"NewDataInTheInputPin(int)", {"FifoLevel"}},
+      {"FifoLevel()", {}},
+      {"InterpretMessage(QString*,QString*)", {"data_in", "data_out"}},
+  };
+  const QMetaObject& meta = SinkRateCounter::staticMetaObject;
+  int index = meta.methodOffset();
+  for (const auto& [signature, names] : rows) {
+    const QMetaMethod method = meta.method(index++);
+    EXPECT_EQ(method.methodSignature(), signature);
+    EXPECT_EQ(method.methodType(), QMetaMethod::Slot) << signature;
+    EXPECT_EQ(method.parameterNames(), names) << signature;
+  }
+  EXPECT_EQ(meta.methodCount(), index);
 }
 
 TEST(SinkRateCounter, hasNoImmediateDataBeforeTheFirstRecord) {
@@ -172,6 +191,28 @@ TEST(SinkRateCounter, answersNothingToWhatItDoesNotKnow) {
     EXPECT_EQ(sink.Ask(query), "") << query;
   }
   EXPECT_EQ(sink.HistorySize(), 1);
+}
+
+TEST(SinkRateCounter, appendsItsAnswersAndLeavesTheQueryAlone) {
+  RateSink sink;
+  const std::pair<const char*, const char*> rows[] = {
+      {R"({"args":[{"cmd":"get_data","source":"immediate"}]})", R"({"status": "nodata"})"},
+      {R"({"args":[{"cmd":"get_data","source":"data"}]})", R"({"data":[]})"},
+      {R"({"args":[{"cmd":"reset"}]})", Success},
+      {R"({"args":[{"cmd":"set_dump_type"}],"file_type":"CSV"})", Success},
+      {R"({"args":[{"cmd":"set_dump_path"}],"file_path":"/tmp"})", Success},
+      {R"({"args":[{"cmd":"start_dump"}],"run_id":"7"})", Success},
+      {R"({"args":[{"cmd":"pause_dump"}]})", Success},
+      {R"({"args":[{"cmd":"stop_dump"}]})", Success},
+      {R"({"args":[{"cmd":"unknown"}]})", ""},
+  };
+  for (const auto& [text, expected] : rows) {
+    QString query = text;
+    QString answer = "before ";
+    sink.block.InterpretMessage(&query, &answer);
+    EXPECT_EQ(answer, QString("before ") + expected) << text;
+    EXPECT_EQ(query, text);
+  }
 }
 
 TEST(SinkRateCounter, passesOverRecordsOfOtherKindsAndEmptyMessages) {

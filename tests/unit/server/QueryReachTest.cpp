@@ -2,6 +2,7 @@
 #include "control/QueryRoutes.h"
 #include "control/korvax_commands.h"
 #include "framework/KorvaxBlock.h"
+#include "recording/DataDumper.h"
 #include "server/BlockFactory.h"
 #include "tests/support/Json.h"
 #include "tests/support/Printing.h"
@@ -63,6 +64,22 @@ TEST(QueryReach, RunControlIsReachedByItsNameOnly) {
   const QString query = R"({"path": "p", "cmd": "reset"})";
   EXPECT_EQ(korvax::AnswerQuery(blocks, "commands", query), QString("[{\"response\": true}]"));
   EXPECT_EQ(korvax::AnswerQuery(blocks, "query_by_json", query), QString());
+}
+
+// Run control is made last: a block of the chain with its name stands before it in the list.
+TEST(QueryReach, ADumperNamedCommandsTakesTheQueriesOfRunControl) {
+  BlockList blocks;
+  const ChainContext context{&Boards, &blocks, "p", ""};
+  blocks.push_back(BlockFactory::Create("dumper", context, test::Object(R"({"name": "commands"})")));
+  blocks.push_back(std::make_unique<korvax_commands>(nullptr, context));
+  blocks.back()->SetName("commands");
+  const auto ask = [&blocks](const char* query) { return korvax::AnswerQuery(blocks, "commands", query); };
+  EXPECT_EQ(ask(R"({"cmd": "get_run_info"})"), QString()) << "run control would give an array";
+  EXPECT_EQ(ask(R"({"cmd": "pause_dump"})"), QString("[{\"response\": true}]"));
+  QString info;
+  dynamic_cast<DataDumper&>(*blocks.front()).GetRunInfo(&info);
+  EXPECT_TRUE(info.startsWith("{\"status\":2,")) << info.toStdString();
+  EXPECT_EQ(ask(R"({"cmd": "hv_on"})"), QString()) << "run control would obey";
 }
 
 }  // namespace

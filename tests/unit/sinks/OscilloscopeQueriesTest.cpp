@@ -1,5 +1,7 @@
 #include "tests/unit/sinks/ScopeFixture.h"
 
+#include <QMetaMethod>
+
 namespace {
 
 using test::Scope;
@@ -106,6 +108,51 @@ TEST(OscilloscopeQueries, answerEveryDumpCommandEvenWithoutItsArgument) {
                               "start_dump", "pause_dump", "stop_dump"}) {
     EXPECT_EQ(scope.Ask(QString(R"({"cmd":"%1"})").arg(command)), Success) << command;
   }
+}
+
+TEST(OscilloscopeQueries, appendTheirAnswersAndLeaveTheQueryAlone) {
+  Scope scope(Scope::Shape(1, 1, 1, 0));
+  const std::pair<const char*, const char*> rows[] = {
+      {R"({"cmd":"set_channel","ch_enable":[1]})", Success},
+      {R"({"cmd":"require_data"})", R"([{"data":[0]}])"},
+      {R"({"cmd":"set_dump_events"})", Success},
+      {R"({"cmd":"set_dump_time"})", Success},
+      {R"({"cmd":"set_dump_type"})", Success},
+      {R"({"cmd":"set_dump_path"})", Success},
+      {R"({"cmd":"start_dump"})", Success},
+      {R"({"cmd":"pause_dump"})", Success},
+      {R"({"cmd":"stop_dump"})", Success},
+      {R"({"cmd":"unknown"})", ""},
+  };
+  for (const auto& [text, expected] : rows) {
+    QString query = text;
+    QString answer = "before ";
+    scope.block.InterpretMessage(&query, &answer);
+    EXPECT_EQ(answer, QString("before ") + expected) << text;
+    EXPECT_EQ(query, text);
+  }
+}
+
+TEST(OscilloscopeSlots, areThoseOfARecordingBlockInOrder) {
+  const std::pair<const char*, QList<QByteArray>> rows[] = {
+      {"NewDataInTheInputPin(int)", {"FifoLevel"}},
+      {"FifoLevel()", {}},
+      {"InterpretMessage(QString*,QString*)", {"data_in", "data_out"}},
+      {"ConfigureDump(int,int,QString,QString)", {"dump_events", "dump_time", "file_type", "file_path"}},
+      {"StartDump(QString)", {"run_id"}},
+      {"StopDump()", {}},
+      {"PauseDump()", {}},
+      {"ReStartDump()", {}},
+  };
+  const QMetaObject& meta = Oscilloscope::staticMetaObject;
+  int index = meta.methodOffset();
+  for (const auto& [signature, names] : rows) {
+    const QMetaMethod method = meta.method(index++);
+    EXPECT_EQ(method.methodSignature(), signature);
+    EXPECT_EQ(method.methodType(), QMetaMethod::Slot) << signature;
+    EXPECT_EQ(method.parameterNames(), names) << signature;
+  }
+  EXPECT_EQ(meta.methodCount(), index);
 }
 
 }  // namespace

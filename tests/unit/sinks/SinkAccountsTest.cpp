@@ -111,7 +111,8 @@ TEST(ATimeDistributionsAccount, withoutBinsHasAllAsOther) {
 
 TEST(APositionMapsAccount, hasWhatArrivedWhileItWasStopped) {
   Positions positions(test::PositionKind::Settings());
-  positions.ExpectFates({Fate::Counted, Fate::RepeatedChannel, Fate::WhileStopped, Fate::Other});
+  positions.ExpectFates(
+      {Fate::Counted, Fate::Cut, Fate::OutOfRange, Fate::RepeatedChannel, Fate::WhileStopped, Fate::Other});
   positions.Feed(test::Energy(0, 100), test::Energy(1, 300));
   positions.Expect({{Fate::WhileStopped, 2}});
   positions.Run();
@@ -124,7 +125,19 @@ TEST(APositionMapsAccount, hasGroupsThatHaveAChannelTwice) {
   positions.Run();
   positions.Feed(test::Energy(0, 100), test::Energy(1, 300), test::Energy(0, 50), test::Watched([] {}));
   positions.Feed(test::Energy(1, 300));
-  positions.Expect({{Fate::RepeatedChannel, 3}, {Fate::Other, 1}, {Fate::Counted, 1}});
+  positions.Expect({{Fate::RepeatedChannel, 3}, {Fate::Other, 1}, {Fate::OutOfRange, 1}});
+}
+
+TEST(APositionMapsAccount, hasEventsByTheBestThatBecameOfThem) {
+  Positions positions(
+      {{"positions", "[0,0]"}, {"correlated_channels", "[1,0]"}, {"y_positions", "4"}, {"energy_cut_max", "500"}});
+  positions.Run();
+  positions.Feed(test::Energy(0, 100), test::Energy(1, 300));  // a pair
+  positions.Feed(test::Energy(0, 400), test::Energy(1, 300));  // above the cut
+  positions.Feed(test::Energy(0, 0), test::Energy(1, 0));      // has no place without energy
+  positions.Feed(test::Energy(1, 300));                        // alone
+  positions.Feed(test::Energy(0, 100), test::Energy(1, 300), test::Energy(7, 1));
+  positions.Expect({{Fate::Counted, 4}, {Fate::Cut, 2}, {Fate::OutOfRange, 4}});
 }
 
 TEST(APositionMapsAccount, withoutRowsHasAllAsOther) {

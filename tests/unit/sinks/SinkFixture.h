@@ -35,6 +35,20 @@ inline QByteArray Zeros(int count) {
   return "[0" + QByteArray(",0").repeated(count - 1) + "]";
 }
 
+/// A message whose events stand in its batch by value, as sources and the time sorting make them.
+inline DataMessage MessageOfEvents(std::initializer_list<KorvaxPayload_Energy> events) {
+  DataMessage message = MessageOf();
+  message.batch->events = events;
+  return message;
+}
+inline KorvaxPayload_Energy Event(quint32 channel, quint32 energyRaw, quint64 timestamp = 0) {
+  KorvaxPayload_Energy event;
+  event.channel = channel;
+  event.energyRaw = energyRaw;
+  event.timestamp = timestamp;
+  return event;
+}
+
 /// A real analysis sink with its worker, fed by a pin of the test.
 template <typename Block>
 class Sink {
