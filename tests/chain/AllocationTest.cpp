@@ -2,6 +2,7 @@
 #include "recording/DataDumper.h"
 #include "tests/chain/ChainFixture.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -40,6 +41,7 @@ protected:
   static constexpr int Messages = 300;
   static constexpr int EventsPerMessage = 1000;
   static constexpr quint64 Events = quint64{Messages} * EventsPerMessage;
+  static constexpr quint64 MostAllocations = quint64{Messages} * 60;  // the board of the test has its share
 
   AStreamOfEvents() { source->Run(); }
   ~AStreamOfEvents() override { source->StopWorker(); }
@@ -70,7 +72,7 @@ private:
   }
 };
 
-TEST_F(AStreamOfEvents, isNotedWhenItAllocatesForEach) {
+TEST(AnAllocation, isNoted) {
   const quint64 before = allocations;
   const auto event = std::make_unique<KorvaxPayload_Energy>();
   EXPECT_EQ(allocations - before, 1U);
@@ -80,7 +82,7 @@ TEST_F(AStreamOfEvents, allocatesNothingForAnEventOnItsWayIntoASpectrum) {
   const auto spectrum = MakeSpectrum(64, 4);
   Link(*source, *spectrum);
   Run(*spectrum);
-  EXPECT_LT(AllocationsOfAPortion(*spectrum), Events / 10);
+  EXPECT_LT(AllocationsOfAPortion(*spectrum), MostAllocations);
   source->StopWorker();
 }
 
@@ -94,7 +96,7 @@ TEST_F(AStreamOfEvents, allocatesNothingForAnEventOnItsWayThroughATee) {
   second->Inputs()[0]->Connect(tee.Outputs()[1].get());
   Run(*first);
   Run(*second);
-  EXPECT_LT(AllocationsOfAPortion(*second), Events / 10);
+  EXPECT_LT(AllocationsOfAPortion(*second), MostAllocations);
   source->StopWorker();
   first->StopWorker();
   second->StopWorker();
@@ -110,7 +112,7 @@ TEST_F(AStreamOfEvents, allocatesNothingForAnEventOnItsWayIntoAFile) {
     source->Run();
     dumper.ConfigureDump(1'000'000'000, type, folder.path());
     dumper.StartDump("1");
-    EXPECT_LT(AllocationsOfAPortion(dumper), Events / 10) << type;
+    EXPECT_LT(AllocationsOfAPortion(dumper), MostAllocations) << type;
     EXPECT_EQ(dumper.Records()->Get().fates[korvax::Fate::Written], 2 * Events) << type;
     source->StopWorker();
     dumper.StopWorker();
