@@ -146,9 +146,12 @@ void Source_Thread::TellOfGarbage(qint32 count) {
 void Source_Thread::Gather(std::unique_ptr<PayloadBatch> batch) {
   gathered_ += batch->Size();
   messages_.push_back({dataType_, endpointPath_, 0, 0, std::move(batch), 0, 0});
+  if (messages_.size() == PinOutput::AtATime) {
+    PushGathered();
+  }
 }
 
-// All messages of a block at a time: where each record is one, their consumer isn't woken for each.
+// Many at a time where each record is a message: their consumer isn't woken for each.
 void Source_Thread::PushGathered() {
   account_.BookMade(std::exchange(gathered_, 0));
   outputs_.front()->PushAll(messages_);

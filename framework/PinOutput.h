@@ -24,6 +24,8 @@ class PinOutput : public QObject {
 
 public:
   static constexpr int Limit = 10000;
+  /// A producer of many messages pushes so many at a time: the consumer takes them while it makes the next.
+  static constexpr std::size_t AtATime = 1000;
 
   explicit PinOutput(const QString& name, QObject* parent = nullptr);
   /// Frees the queued messages but leaves their batches alone, as pins outlive the stream.

@@ -59,9 +59,12 @@ void Time_Sorting_Thread::Gather(std::unique_ptr<PayloadBatch> group) {
   gathered_ += group->Size();
   groups_.push_back({envelope_.dataType, envelope_.endpointPath, envelope_.word1, envelope_.word2,
                      std::move(group), envelope_.word3, envelope_.word4});
+  if (groups_.size() == PinOutput::AtATime) {
+    EmitGathered();
+  }
 }
 
-// All groups of a drain at a time: their consumer isn't woken for each.
+// Many at a time: their consumer isn't woken for each.
 void Time_Sorting_Thread::EmitGathered() {
   if (groups_.empty()) {
     return;

@@ -30,8 +30,8 @@ public:
 private:
   template <typename T>
   Bytes& Append(T value) {
-    data_.resize(data_.size() + sizeof value);
-    std::memcpy(data_.data() + data_.size() - sizeof value, &value, sizeof value);
+    const auto* const bytes = reinterpret_cast<const std::byte*>(&value);
+    data_.insert(data_.end(), bytes, bytes + sizeof value);
     return *this;
   }
 

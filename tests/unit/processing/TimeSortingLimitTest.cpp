@@ -90,4 +90,23 @@ TEST_F(AStoppedSorter, withoutEventsLogsNothing) {
   EXPECT_EQ(log.Lines(), QStringList());
 }
 
+// While a consumer takes those, the next are made: else one great drain would overflow the queue.
+TEST_F(AFullSorter, hasNoMoreThan1000GroupsInThePinBeforeTheFirstIsSignalled) {
+  Timestamps apart(2'500);
+  for (quint64 i = 0; i < apart.size(); ++i) {
+    apart[i] = 1'000 * i;
+  }
+  PushAndDrain(apart);
+  PassMicroseconds(6'000);
+  std::vector<int> levels;
+  const auto note = [&](int size) {
+    if (size % 1'000 == 1) {
+      levels.push_back(outputs.front()->Level());
+    }
+  };
+  QObject::connect(outputs.front().get(), &PinOutput::NewDataPushedInPin, note);
+  PushAndDrain({3'000'000});
+  EXPECT_EQ(levels, (std::vector{1'000, 2'000, 2'500}));
+}
+
 }  // namespace
