@@ -29,9 +29,9 @@ public:
 
 private:
   template <typename T>
-  Bytes& Append(T value) {
-    const auto* const bytes = reinterpret_cast<const std::byte*>(&value);
-    data_.insert(data_.end(), bytes, bytes + sizeof value);
+  [[gnu::noinline]] Bytes& Append(T value) {  // inlined, GCC warns of an overflow that there isn't
+    data_.resize(data_.size() + sizeof value);
+    std::memcpy(data_.data() + data_.size() - sizeof value, &value, sizeof value);
     return *this;
   }
 
