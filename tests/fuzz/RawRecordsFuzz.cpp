@@ -96,8 +96,9 @@ std::vector<DataMessage> ReadBySource(const Mode& mode, const std::vector<board:
   KorvaxBlock::OutputPins outputs;
   outputs.push_back(std::make_unique<PinOutput>(mode.dataType));
   const std::atomic<double> interval = 0.0;
+  ReadWatch watch(QStringLiteral("s"), QStringLiteral("endpoints\\e"));
   Source_Thread thread(mode.dataType, {&digitizer, 0, QStringLiteral("endpoints\\e")}, outputs, &distructor,
-                       interval);
+                       interval, watch);
   thread.SetExpression(mode.expression);
   thread.SetUseBoardKev(mode.Has(UseBoardKev));
   vendor.onRead = [&](void* block) {
