@@ -74,8 +74,9 @@ Ending ShowLedger(const ServerAddress& server, const LedgerRequest& request, Con
   if (request.json) {
     console.Print(reading.answer);
   } else {
-    const QStringList lines = LedgerLines(reading.ledger, console.HasColours()) << InWords(reading.verdict);
+    const QStringList lines = LedgerLines(reading.ledger, console.HasColours());
     console.Print(lines.join(QLatin1Char('\n')));
+    console.Print(ClosingLine(reading.verdict, console.HasColours()));
   }
   return LedgerEnding(reading.verdict);
 }

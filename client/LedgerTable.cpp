@@ -1,7 +1,6 @@
 #include "client/LedgerTable.h"
 
 #include "client/Alarm.h"
-#include "client/LedgerVerdict.h"
 #include "client/Table.h"
 #include "client/TextFit.h"
 
@@ -108,6 +107,11 @@ QStringList LedgerLines(const Ledger& ledger, bool coloured) {
     lines[line] += QStringLiteral("  ") + fates[line];
   }
   return lines;
+}
+
+QString ClosingLine(const LedgerVerdict& verdict, bool coloured) {
+  const bool isAlarm = !verdict.Balanced() || verdict.lost > 0;
+  return isAlarm && coloured ? Alarm(InWords(verdict), true) : InWords(verdict);
 }
 
 }  // namespace korvax::client

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "client/Ledger.h"
+#include "client/LedgerVerdict.h"
 
 #include <QStringList>
 
@@ -10,5 +10,8 @@ namespace korvax::client {
 /// "!". Waiting is what waits within a block and in the queues before it. Where a block has several outputs, the
 /// figures of each are parted by "+".
 QStringList LedgerLines(const Ledger& ledger, bool coloured);
+
+/// The line below: the verdict in words, in red where records are lost or missing and there are colours.
+QString ClosingLine(const LedgerVerdict& verdict, bool coloured);
 
 }  // namespace korvax::client

@@ -18,8 +18,11 @@ namespace {
 
 constexpr qint64 pieceSize = 1 << 20;
 
-/// As a run file's reader sees it.
+/// As a run file's reader sees it; statistics are plain text.
 QString ReadersVerdict(const QString& path) {
+  if (path.endsWith(QLatin1String(".stat"))) {
+    return Counted(static_cast<quint64>(QFileInfo(path).size()), QStringLiteral("byte"));
+  }
   return Verdict(runfiles::Summarise(QFile::encodeName(path).toStdString()));
 }
 
@@ -98,7 +101,7 @@ QStringList UnknownFiles(const QString& folder, const RunSummary& summary) {
   }
   QStringList unknown;
   for (const QString& name : QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System)) {
-    if (!known.contains(name) && !name.endsWith(QLatin1String(".stat"))) {
+    if (!known.contains(name)) {
       unknown << name;
     }
   }

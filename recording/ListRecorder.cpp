@@ -116,9 +116,30 @@ void ListRecorder::UpdateRate(const DumpOrder& order, qint64 index, qint64 event
   eventsSinceRate_ = 0;
   rateTimer_.Start();
   qInfo() << " TIMER STAT " << line.usedSpace;
-  if (AppendStatLine(FileBase(order, index) + QLatin1String(".stat"), statHeaderDue_, line)) {
-    statHeaderDue_ = false;
+  AppendStatistics(FileBase(order, index) + QLatin1String(".stat"), line);
+}
+
+void ListRecorder::AppendStatistics(const QString& path, const StatLine& line) {
+  if (path != statFile_.Path()) {
+    EndStatistics();
+    statFile_ = StatFile(path);
   }
+  const bool isFirst = statFile_.Size() == 0;
+  if (statFile_.Append(statHeaderDue_, line)) {
+    statHeaderDue_ = false;
+    if (isFirst) {
+      Note("open", path, {});
+    }
+  }
+}
+
+void ListRecorder::EndStatistics() {
+  if (statFile_.Size() != 0) {
+    Note("close", statFile_.Path(),
+         {{QStringLiteral("bytes"), statFile_.Size()},
+          {QStringLiteral("xxh128"), QString::fromStdString(statFile_.ChecksumHex())}});
+  }
+  statFile_ = {};
 }
 
 }  // namespace korvax

@@ -40,10 +40,14 @@ private:
   Appended Append(const PayloadBatch& batch, FileForm form);
   void Report(const DumpOrder& order, qint64 index, const Appended& appended);
   void UpdateRate(const DumpOrder& order, qint64 index, qint64 events, StatLine line);
+  void AppendStatistics(const QString& path, const StatLine& line);
+  void EndStatistics();
+  void BeforeEnd() override { EndStatistics(); }
 
   RunStatistics& statistics_;
   StopWatch runTimer_;
   StopWatch rateTimer_;
+  StatFile statFile_;  // of the last line; with no path before the first
   bool statHeaderDue_ = false;
   qint64 eventsSinceRate_ = 0;
 };

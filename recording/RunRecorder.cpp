@@ -47,6 +47,7 @@ DumpOrder RunRecorder::TakeOrder(quint64 records) {
 }
 
 void RunRecorder::Finish() {
+  BeforeEnd();
   CloseFile();
   BeginAnew();
 }
@@ -103,6 +104,7 @@ bool RunRecorder::WriteBuffer(const DumpOrder& order, quint64 records) {
 void RunRecorder::Fail(const DumpOrder& order, quint64 records) {
   Count(order, {.failed = records});
   control_.StopAfterFailure(order);
+  BeforeEnd();
   if (file_.IsOpen()) {
     file_.Close();
     NoteClosed(false);
@@ -112,25 +114,26 @@ void RunRecorder::Fail(const DumpOrder& order, quint64 records) {
 
 void RunRecorder::NoteOpened() {
   control_.SetFileOpen(true);
-  const QFileInfo file(file_.Path());
-  RunSummary::Append(file.path(), {{QStringLiteral("event"), QStringLiteral("open")},
-                                   {QStringLiteral("file"), file.fileName()},
-                                   {QStringLiteral("block"), blockName_}});
+  Note("open", file_.Path(), {});
 }
 
 void RunRecorder::NoteClosed(bool ended) {
-  const QFileInfo file(file_.Path());
-  QJsonObject line{{QStringLiteral("event"), QStringLiteral("close")},
-                   {QStringLiteral("file"), file.fileName()},
-                   {QStringLiteral("block"), blockName_},
-                   {QStringLiteral("bytes"), file_.Size()},
+  QJsonObject line{{QStringLiteral("bytes"), file_.Size()},
                    {QStringLiteral("records"), static_cast<qint64>(file_.Records())},
                    {QStringLiteral("xxh128"), QString::fromStdString(file_.ChecksumHex())}};
   if (!ended) {
     line[QStringLiteral("problem")] = file_.Problem();
   }
-  RunSummary::Append(file.path(), line);
+  Note("close", file_.Path(), line);
   control_.SetFileOpen(false);
+}
+
+void RunRecorder::Note(const char* event, const QString& path, QJsonObject line) const {
+  const QFileInfo file(path);
+  line[QStringLiteral("event")] = QLatin1String(event);
+  line[QStringLiteral("file")] = file.fileName();
+  line[QStringLiteral("block")] = blockName_;
+  RunSummary::Append(file.path(), line);
 }
 
 void RunRecorder::LogWriteFailure() const {

@@ -6,6 +6,8 @@
 #include "recording/DumpControl.h"
 #include "recording/RunFile.h"
 
+#include <QJsonObject>
+
 namespace korvax {
 
 /// What the recorders of events, waves and rates share: how they take orders, and how they count what becomes of
@@ -24,7 +26,7 @@ public:
 protected:
   /// The control and the clock outlive the recorder.
   RunRecorder(const QString& blockName, DumpControl& control, const Clock& clock);
-  ~RunRecorder() = default;
+  virtual ~RunRecorder() = default;
 
   /// Books what became of records; where run control counts them for the run in force, there too.
   void Count(const DumpOrder& order, const DumpCounts& counts) {
@@ -53,6 +55,11 @@ protected:
   /// Counts the records as failed, stops recording and closes the file, without a word.
   void Fail(const DumpOrder& order, quint64 records);
   void LogWriteFailure() const;
+
+  /// Called before the file of a dump that ends is closed.
+  virtual void BeforeEnd() {}
+  /// Appends a line about a file, its path given, to the summary of the run that has it.
+  void Note(const char* event, const QString& path, QJsonObject line) const;
 
   const QString blockName_;
   DumpControl& control_;

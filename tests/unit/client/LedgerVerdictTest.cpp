@@ -121,6 +121,19 @@ TEST(LedgerTable, standsInTheSameColumnsWithColours) {
                           "\x1b[31m4 refused\x1b[0m, \x1b[31m2 missing\x1b[0m"));
 }
 
+TEST(LedgerTable, hasAClosingLineInRedWhereRecordsAreLostOrMissing) {
+  const auto closing = [](int made, int dropped) {
+    return ClosingLine(Judge(Of(QStringLiteral(R"({"name":"a","type":"t","received":3,"waiting":0,
+      "became":{"decoded":3},"made":%1,"outputs":[{"pushed":1,"dropped":%2,"taken":1,"waiting":0}]})")
+                                    .arg(QString::number(made), QString::number(dropped)))),
+                       true)
+        .toStdString();
+  };
+  EXPECT_EQ(closing(1, 0), "Balanced. Nothing is lost.");
+  EXPECT_EQ(closing(3, 2), "\x1b[31mBalanced. 2 records lost: a dropped 2 at a full queue.\x1b[0m");
+  EXPECT_THAT(closing(1, 2), testing::AllOf(testing::StartsWith("\x1b[31mNot balanced"), testing::EndsWith("\x1b[0m")));
+}
+
 TEST(LedgerTable, countsTheQueueBeforeABlockAsWaitingUnlessTwoBlocksBearThatName) {
   const QString source = QStringLiteral(R"({"name":"s","received":0,"waiting":0,"became":{},"made":4,
     

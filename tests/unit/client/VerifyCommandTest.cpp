@@ -57,10 +57,20 @@ const std::string Ok = "RUN/dumper1_0.csv: ok, 2 records, 16 bytes\n";
 TEST_F(Verifying, finishesWellWhenAllIsAsItWasWritten) {
   Summary(Start + Open + Close("dumper1_0.csv") + Stop);
   Write("dumper1_0.csv", Lines);
-  Write("dumper1_0.stat", "any");
   Write("notes.txt", "any");
   EXPECT_EQ(Verify(ExitCode::Ok), Ended + Ok + "RUN/notes.txt: not in the summary\n" + Account);
   EXPECT_EQ(error_, "");
+}
+
+TEST_F(Verifying, comparesStatisticsToo) {
+  const std::string stat = R"({"event":"close","file":"dumper1_0.stat","bytes":16,"xxh128":")" + Sum + "\"}\n";
+  Summary(Start + stat + Stop);
+  Write("dumper1_0.stat", Lines);
+  EXPECT_EQ(Verify(ExitCode::Ok), Ended + "RUN/dumper1_0.stat: ok, 16 bytes\n" + Account);
+  Write("dumper1_0.stat", "1,0,11,\n2,5,13,\n");
+  EXPECT_THAT(Verify(ExitCode::BadFile), HasSubstr("RUN/dumper1_0.stat: changed"));
+  Summary(Start + R"({"event":"open","file":"dumper1_0.stat"})" + "\n");
+  EXPECT_THAT(Verify(ExitCode::BadFile), HasSubstr("RUN/dumper1_0.stat: not ended; as it is: 16 bytes\n"));
 }
 
 TEST_F(Verifying, takesTheLastWordAboutAName) {

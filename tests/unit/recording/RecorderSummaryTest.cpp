@@ -28,11 +28,21 @@ protected:
     Stop();
     Take();
   }
+  // An event, `ms` after what was before.
+  void TakeAfter(qint64 ms) {
+    clock.steadyMs += ms;
+    Take(test::Event(1));
+  }
   void ExpectLines(const Lines& expected) const {
     EXPECT_EQ(test::Text(test::LinesOfSummary(runs)), test::Text(expected));
   }
   QJsonObject Close(const char* file, int records) const {
     return CloseLine(file, "dumper", records, runs.Bytes(QStringLiteral("run_1/") + file));
+  }
+  QJsonObject CloseStatistics(const char* file) const {
+    QJsonObject line = Close(file, 0);
+    line.remove("records");
+    return line;
   }
 
   test::RunFolder runs;
@@ -80,6 +90,41 @@ TEST_F(AListFilesSummary, hasTheFirstFileTwiceAfterItsRollover) {
   ExpectLines({OpenLine("dumper_0.csv", "dumper"), first,  // used again
                OpenLine("dumper_0.csv", "dumper"), Close("dumper_0.csv", 2), OpenLine("dumper_1.csv", "dumper"),
                Close("dumper_1.csv", 2), OpenLine("dumper_2.csv", "dumper"), Close("dumper_2.csv", 1)});
+}
+
+TEST_F(AListFilesSummary, hasTheStatisticsFromTheirFirstLineToTheirLastAndWithoutRecords) {
+  Start("CSV");
+  TakeAfter(0);
+  TakeAfter(2'000);
+  TakeAfter(2'000);
+  ExpectLines({OpenLine("dumper_0.csv", "dumper"), OpenLine("dumper_0.stat", "dumper")});
+  StopAndClose();
+  ExpectLines({OpenLine("dumper_0.csv", "dumper"), OpenLine("dumper_0.stat", "dumper"),
+               CloseStatistics("dumper_0.stat"), Close("dumper_0.csv", 3)});
+}
+
+TEST_F(AListFilesSummary, hasTheStatisticsOfEveryRolloverAndOfAnEarlierPartOfTheRun) {
+  SetEventsPerFile(0);
+  for (int part = 0; part < 2; ++part) {
+    Start("CSV");
+    for (int i = 0; i < 4; ++i) {
+      TakeAfter(2'000);
+    }
+    StopAndClose();
+    for (const char* file : {"dumper_0.stat", "dumper_1.stat"}) {
+      EXPECT_TRUE(test::LinesOfSummary(runs).contains(CloseStatistics(file))) << file << " in part " << part;
+    }
+  }
+}
+
+TEST_F(AListFilesSummary, takesStatisticsThatOthersChangedAsTheyAre) {
+  Start("CSV");
+  TakeAfter(0);
+  TakeAfter(2'000);
+  ASSERT_TRUE(QFile::remove(runs.Path("run_1/dumper_0.stat")));
+  TakeAfter(2'000);
+  recorder.Finish();
+  EXPECT_TRUE(test::LinesOfSummary(runs).contains(CloseStatistics("dumper_0.stat")));
 }
 
 TEST_F(AListFilesSummary, agreesWithTheFilesOfManyRolloversInEveryForm) {

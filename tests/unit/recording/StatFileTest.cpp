@@ -13,15 +13,15 @@ protected:
 };
 
 TEST_F(AStatFile, hasTheHeaderOnlyWhenAskedFor) {
-  ASSERT_TRUE(korvax::AppendStatLine(path, true, {}));
+  ASSERT_TRUE(korvax::StatFile(path).Append(true, {}));
   EXPECT_EQ(Bytes(), "RUNNING_TIME_s,TOTAL_EVENTS,EVENT_RATE_hz,USED_SPACE_byte\n0,0,0,0\n");
-  ASSERT_TRUE(korvax::AppendStatLine(path, false, {.runningTime = 2.5, .totalEvents = 7}));
+  ASSERT_TRUE(korvax::StatFile(path).Append(false, {.runningTime = 2.5, .totalEvents = 7}));
   EXPECT_EQ(Bytes(), "RUNNING_TIME_s,TOTAL_EVENTS,EVENT_RATE_hz,USED_SPACE_byte\n0,0,0,0\n2.5,7,0,0\n");
 }
 
 TEST_F(AStatFile, isAppendedTo) {
-  ASSERT_TRUE(korvax::AppendStatLine(path, false, {.runningTime = 1}));
-  ASSERT_TRUE(korvax::AppendStatLine(path, true, {.runningTime = 2}));
+  ASSERT_TRUE(korvax::StatFile(path).Append(false, {.runningTime = 1}));
+  ASSERT_TRUE(korvax::StatFile(path).Append(true, {.runningTime = 2}));
   EXPECT_EQ(Bytes(), "1,0,0,0\nRUNNING_TIME_s,TOTAL_EVENTS,EVENT_RATE_hz,USED_SPACE_byte\n2,0,0,0\n");
 }
 
@@ -38,33 +38,33 @@ TEST_F(AStatFile, hasDoublesInGeneralFormWithSixDigitsAndWholeNumbersInFull) {
            Row{{100, 10, 999999.4, 1}, "100,10,999999,1\n"},
        }) {
     QFile::remove(path);
-    ASSERT_TRUE(korvax::AppendStatLine(path, false, row.line));
+    ASSERT_TRUE(korvax::StatFile(path).Append(false, row.line));
     EXPECT_EQ(Bytes(), row.expected);
   }
 }
 
 TEST_F(AStatFile, thatCannotBeOpenedIsReportedWithoutALine) {
   const test::LogCapture log;
-  EXPECT_FALSE(korvax::AppendStatLine(folder.filePath("missing/dumper_0.stat"), true, {}));
-  EXPECT_FALSE(korvax::AppendStatLine(folder.path(), true, {}));
+  EXPECT_FALSE(korvax::StatFile(folder.filePath("missing/dumper_0.stat")).Append(true, {}));
+  EXPECT_FALSE(korvax::StatFile(folder.path()).Append(true, {}));
   EXPECT_EQ(log.Lines(), QStringList());
 }
 
 TEST_F(AStatFile, thatHasNoRoomKeepsNoHalfLine) {
-  ASSERT_TRUE(korvax::AppendStatLine(path, false, {.runningTime = 1}));
+  ASSERT_TRUE(korvax::StatFile(path).Append(false, {.runningTime = 1}));
   for (const rlim_t limit : {8U, 9U, 15U}) {
     const test::FileSizeLimit full(limit);
-    EXPECT_FALSE(korvax::AppendStatLine(path, false, {.runningTime = 2}));
+    EXPECT_FALSE(korvax::StatFile(path).Append(false, {.runningTime = 2}));
     EXPECT_EQ(Bytes(), "1,0,0,0\n") << limit;
   }
-  ASSERT_TRUE(korvax::AppendStatLine(path, false, {.runningTime = 3}));
+  ASSERT_TRUE(korvax::StatFile(path).Append(false, {.runningTime = 3}));
   EXPECT_EQ(Bytes(), "1,0,0,0\n3,0,0,0\n");
 }
 
 // Qt would cut the text at the NUL, and so write to another file.
 TEST_F(AStatFile, doesNotTouchAFileWhoseNameHasANulBehindIt) {
-  ASSERT_TRUE(korvax::AppendStatLine(path, false, {.runningTime = 1}));
-  EXPECT_FALSE(korvax::AppendStatLine(path + QChar(0) + "/dumper_0.stat", false, {.runningTime = 2}));
+  ASSERT_TRUE(korvax::StatFile(path).Append(false, {.runningTime = 1}));
+  EXPECT_FALSE(korvax::StatFile(path + QChar(0) + "/dumper_0.stat").Append(false, {.runningTime = 2}));
   EXPECT_EQ(Bytes(), "1,0,0,0\n");
 }
 
