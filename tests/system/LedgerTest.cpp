@@ -136,7 +136,8 @@ TEST_F(LedgerTest, OfTheDemoMissesNothingThroughARunAndItsSummaryAgreesWithItsFi
 
   const QList<QJsonObject> lines = Summary();
   ExpectStart(lines.first());
-  EXPECT_EQ(EventsOf(lines), QStringList({"start", "open", "open", "open", "open", "close", "close", "close", "close", "stop"}));
+  EXPECT_EQ(EventsOf(lines),
+            QStringList({"start", "open", "open", "open", "open", "close", "close", "close", "close", "stop"}));
   const QJsonObject ledger = lines.last()["ledger"].toObject();
   ExpectNothingMissing(ledger);
   for (const auto& [block, records] : ExpectFilesAsClosed(lines)) {

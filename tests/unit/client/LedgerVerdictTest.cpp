@@ -131,7 +131,8 @@ TEST(LedgerTable, hasAClosingLineInRedWhereRecordsAreLostOrMissing) {
   };
   EXPECT_EQ(closing(1, 0), "Balanced. Nothing is lost.");
   EXPECT_EQ(closing(3, 2), "\x1b[31mBalanced. 2 records lost: a dropped 2 at a full queue.\x1b[0m");
-  EXPECT_THAT(closing(1, 2), testing::AllOf(testing::StartsWith("\x1b[31mNot balanced"), testing::EndsWith("\x1b[0m")));
+  EXPECT_THAT(closing(1, 2),
+              testing::AllOf(testing::StartsWith("\x1b[31mNot balanced"), testing::EndsWith("\x1b[0m")));
 }
 
 TEST(LedgerTable, countsTheQueueBeforeABlockAsWaitingUnlessTwoBlocksBearThatName) {
