@@ -29,7 +29,7 @@ Result BareLoop(qint64 blocks) {
     }
   });
   const double events = static_cast<double>(blocks) * EventsPerBlock;
-  return {cost.cpuSeconds / events * 1e9, events / cost.wallSeconds, 0, {}};
+  return ResultOf(cost, events);
 }
 
 void Sync(const QString& folder) {
@@ -56,7 +56,7 @@ Result PlainWrite(qint64 blocks) {
     Sync(folder.path());
   });
   const double events = static_cast<double>(blocks) * EventsPerBlock;
-  return {cost.cpuSeconds / events * 1e9, events / cost.wallSeconds, 0, {}};
+  return ResultOf(cost, events);
 }
 
 Result CopySamples(std::size_t places, qint64 blocks) {
@@ -76,7 +76,7 @@ Result CopySamples(std::size_t places, qint64 blocks) {
     }
   });
   const double samples = static_cast<double>(blocks) * Waves * Samples;
-  return {cost.cpuSeconds / samples * 1e9, samples / cost.wallSeconds, 0, {}};
+  return ResultOf(cost, samples);
 }
 
 }  // namespace bench

@@ -3,6 +3,7 @@
 #include "acquisition/Source.h"
 #include "benchmarks/PreparedBoard.h"
 #include "boards/DigitizerBoard.h"
+#include "control/Ledger.h"
 #include "framework/QueryHandler.h"
 #include "server/ChainAssembly.h"
 
@@ -124,13 +125,16 @@ void Road::Nudge() const {
 }
 
 quint64 Road::Lost() const {
+  using korvax::Fate;
   quint64 lost = 0;
-  for (const auto& block : blocks_) {
-    for (const auto& output : block->Outputs()) {
-      lost += output->Counts().dropped;
+  const korvax::Ledger ledger = korvax::Ledger::Of(blocks_);
+  for (const korvax::Ledger::Entry& entry : ledger.Entries()) {
+    for (const PinCounts& output : entry.outputs) {
+      lost += output.dropped;
     }
-    if (block->Records() != nullptr) {
-      lost += block->Records()->Get().fates[korvax::Fate::DroppedFull];
+    for (const Fate fate : {Fate::DroppedFull, Fate::NotWritten, Fate::WhileStopped, Fate::WhilePaused,
+                            Fate::Refused, Fate::Other}) {
+      lost += entry.account.fates[fate];
     }
   }
   return lost;
@@ -165,6 +169,9 @@ Passage Road::Run(const std::function<void()>& meanwhile) {
     loop.exec();
   });
   source.StopWorker();
+  if (!korvax::Ledger::Of(blocks_).IsBalanced()) {
+    qFatal("The account of the records doesn't balance.");
+  }
   passage.made = source.Records()->Get().made - madeBefore;
   passage.lost = Lost() - lostBefore;
   return passage;

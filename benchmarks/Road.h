@@ -28,7 +28,7 @@ Cost Measure(const std::function<void()>& work);
 struct Passage {
   Cost cost;
   quint64 made = 0;  ///< records that the source pushed or lost
-  quint64 lost = 0;  ///< at full pins, and in a full order buffer
+  quint64 lost = 0;  ///< at full pins, in a full order buffer, not written, while something was stopped
 };
 
 /// A chain of real blocks behind the prepared board: the program without start-up and network.
@@ -49,7 +49,7 @@ public:
   void StartCounting(const QString& name) const;
 
   /// Starts the source, runs the event loop until everything that the board hands out has come to rest, and stops
-  /// the source. `meanwhile` is called about once a millisecond.
+  /// the source. Ends the program when the account doesn't balance then. `meanwhile` is called about once a millisecond.
   Passage Run(const std::function<void()>& meanwhile = {});
 
 private:

@@ -124,9 +124,7 @@ Result ToOscilloscope(qint64 blocks) {
     {"param_name": "sample_number", "param_value": 4096}, {"param_name": "ch_number", "param_value": 16},
     {"param_name": "ch_analog", "param_value": 1}, {"param_name": "ch_digital", "param_value": 1}]})"));
   Load(WaveBlocks(), blocks, 1, 0);
-  const Passage passage = road.Run();
-  const double samples = static_cast<double>(passage.made) * Waves * Samples;
-  return {passage.cost.cpuSeconds / samples * 1e9, samples / passage.cost.wallSeconds, passage.lost, {}};
+  return ResultOf(road.Run(), Waves * Samples);
 }
 
 }  // namespace bench

@@ -1,5 +1,8 @@
 // Whole roads, from a board that has its data ready to the block at the end: CPU time of all threads an event
-// beside the bare loop. All roads are taken in turns, five times; of each the best round counts.
+// beside the bare loop. All roads are taken in turns, five times. Printed are, of the rounds that lost the least,
+// the least cost and the highest rate, each also as a multiple of what the road is compared with; the losses of
+// the worst round and how many rounds lost nothing; the median of answers in the best round, and their 99 % in the
+// worst.
 //
 // korvax-bench-roads [ROAD...]
 
@@ -22,6 +25,9 @@
 namespace {
 
 using bench::Result;
+using bench::Rounds;
+
+constexpr int RoundsTaken = 5;
 
 // Rates are those at which the board hands out, in millions of events a second; 0 for as fast as they are fetched.
 struct RoadEntry {
@@ -109,35 +115,25 @@ bool IsWanted(const std::vector<std::string>& names, const RoadEntry& road) {
          std::any_of(Roads().begin(), Roads().end(), comparesWithIt);
 }
 
-// Of several rounds: the least cost, the highest rate, the fewest losses, the fastest answers.
-void KeepBest(Result& best, const Result& result) {
-  if (best.cpuNs == 0.0) {
-    best = result;
-    return;
-  }
-  if (result.lost == best.lost) {
-    best.cpuNs = std::min(best.cpuNs, result.cpuNs);
-    best.rate = std::max(best.rate, result.rate);
-  } else if (result.lost < best.lost) {  // what is lost early costs less
-    best.cpuNs = result.cpuNs;
-    best.rate = result.rate;
-    best.lost = result.lost;
-  }
-  best.answers.medianMs = std::min(best.answers.medianMs, result.answers.medianMs);
-  best.answers.percentile99Ms = std::min(best.answers.percentile99Ms, result.answers.percentile99Ms);
+void PrintHead() {
+  std::printf("%-16s %9s %9s %-11s %10s %9s %9s %6s %10s %8s\n", "road", "CPU ns", "", "", "million/s", "", "lost",
+              "whole", "median ms", "99 % ms");
 }
 
-void Print(const RoadEntry& road, const std::map<std::string, Result>& best) {
-  const Result& result = best.at(road.name);
-  std::printf("%-16s %12.2f %8.2f x %-11s", road.name, result.cpuNs, result.cpuNs / best.at(road.base).cpuNs,
-              road.base);
-  if (result.rate > 0.0) {
-    std::printf("%12.2f %10llu", result.rate * 1e-6, static_cast<unsigned long long>(result.lost));
-  } else {
-    std::printf("%12s %10s", "", "");
+// Rates are compared where it isn't the board that sets them.
+void Print(const RoadEntry& road, const std::map<std::string, Rounds>& rounds) {
+  const Rounds& of = rounds.at(road.name);
+  const Result& best = of.Best();
+  const Result& base = rounds.at(road.base).Best();
+  std::printf("%-16s %9.2f %7.2f x %-11s", road.name, best.cpuNs, best.cpuNs / base.cpuNs, road.base);
+  if (best.rate > 0.0) {
+    std::printf(" %10.2f %7.2f x", best.rate * 1e-6, best.rate / base.rate);
   }
-  if (result.answers.answers > 0) {
-    std::printf("%10.2f %10.2f", result.answers.medianMs, result.answers.percentile99Ms);
+  if (best.made > 0) {
+    std::printf(" %7.2f %% %4d/%d", of.MostLost() * 100.0, of.Whole(), of.Number());
+  }
+  if (best.answers.answers > 0) {
+    std::printf("%*s%10.2f %8.2f", best.made > 0 ? 1 : 39, "", best.answers.medianMs, of.SlowestMs());
   }
   std::printf("\n");
 }
@@ -152,19 +148,18 @@ int main(int argc, char* argv[]) {
   const QCoreApplication application(argc, argv);
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   const std::vector<std::string> names(argv + 1, argv + argc);
-  std::map<std::string, Result> best;
-  for (int round = 0; round < 5; ++round) {
+  std::map<std::string, Rounds> rounds;
+  for (int round = 0; round < RoundsTaken; ++round) {
     for (const RoadEntry& road : Roads()) {
       if (IsWanted(names, road)) {
-        KeepBest(best[road.name], road.run(road.blocks, road.millionsPerSecond * 1e6));
+        rounds[road.name].Add(road.run(road.blocks, road.millionsPerSecond * 1e6));
       }
     }
   }
-  std::printf("%-16s %12s %10s %-11s%12s %10s%10s %10s\n", "road", "CPU ns", "", "", "million/s", "lost",
-              "median ms", "99 % ms");
+  PrintHead();
   for (const RoadEntry& road : Roads()) {
-    if (best.count(road.name) != 0) {
-      Print(road, best);
+    if (rounds.count(road.name) != 0) {
+      Print(road, rounds);
     }
   }
   return 0;

@@ -64,10 +64,11 @@ QString RunRecorder::FileBase(const DumpOrder& order, qint64 index) const {
 
 RunFile::Result RunRecorder::OpenFile(const DumpOrder& order, const QString& path, FileForm form,
                                       std::string_view head) {
-  CloseFile();
+  EndFile();
   const RunFile::Result result = file_.Open(path, form, head);
+  control_.SetFileOpen(result == RunFile::Result::Open);  // a rollover never looks like the end of a run
   if (result == RunFile::Result::Open) {
-    NoteOpened();
+    Note("open", file_.Path(), {});
   } else if (result == RunFile::Result::CannotWrite) {
     NoteClosed(false);  // what stood under that name is gone
   }
@@ -79,6 +80,11 @@ RunFile::Result RunRecorder::OpenFile(const DumpOrder& order, const QString& pat
 }
 
 void RunRecorder::CloseFile() {
+  EndFile();
+  control_.SetFileOpen(false);
+}
+
+void RunRecorder::EndFile() {
   if (!file_.IsOpen()) {
     return;
   }
@@ -109,12 +115,8 @@ void RunRecorder::Fail(const DumpOrder& order, quint64 records) {
     file_.Close();
     NoteClosed(false);
   }
+  control_.SetFileOpen(false);
   BeginAnew();
-}
-
-void RunRecorder::NoteOpened() {
-  control_.SetFileOpen(true);
-  Note("open", file_.Path(), {});
 }
 
 void RunRecorder::NoteClosed(bool ended) {
@@ -125,7 +127,6 @@ void RunRecorder::NoteClosed(bool ended) {
     line[QStringLiteral("problem")] = file_.Problem();
   }
   Note("close", file_.Path(), line);
-  control_.SetFileOpen(false);
 }
 
 void RunRecorder::Note(const char* event, const QString& path, QJsonObject line) const {

@@ -46,7 +46,7 @@ protected:
   QString FileBase(const DumpOrder& order, qint64 index) const;
   /// Closes the file before, and counts the records of a file of the run that is emptied by this.
   RunFile::Result OpenFile(const DumpOrder& order, const QString& path, FileForm form, std::string_view head);
-  /// One log line when the file can't be ended as it should.
+  /// One log line when the file can't be ended as it should. Run control learns that none is open.
   void CloseFile();
 
   /// Writes the buffer, the bytes of so many records, to the file. On failure one log line tells it, and recording
@@ -72,9 +72,8 @@ protected:
 
 private:
   void BeginAnew();
-  /// Tells the run's summary and run control that a file is open.
-  void NoteOpened();
-  /// The same of one that was closed, whole or with a problem.
+  void EndFile();
+  /// Tells the run's summary that the file was closed, whole or with a problem.
   void NoteClosed(bool ended);
   void BookFates(const DumpCounts& counts);
 
