@@ -1,11 +1,11 @@
 #include "client/RunSummary.h"
 
 #include "client/TextFit.h"
+#include "framework/JsonText.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
@@ -32,7 +32,7 @@ class SummaryReader {
 public:
   void Take(const QByteArray& line) {
     ++line_;
-    const QJsonDocument document = QJsonDocument::fromJson(line);
+    const QJsonDocument document = ParseJson(line);
     if (!document.isObject()) {
       Refuse(line.endsWith('\n') ? QStringLiteral("is no JSON object") : QStringLiteral("is cut off"));
     } else {

@@ -62,6 +62,14 @@ TEST_F(Verifying, finishesWellWhenAllIsAsItWasWritten) {
   EXPECT_EQ(error_, "");
 }
 
+// Qt's parser would lose the first list's memory.
+TEST_F(Verifying, readsALineWhoseKeyStandsTwice) {
+  Summary(Start + R"({"event":[["open"]],"event":"open","file":"dumper1_0.csv"})" + "\n" + Close("dumper1_0.csv") +
+          Stop);
+  Write("dumper1_0.csv", Lines);
+  EXPECT_EQ(Verify(ExitCode::Ok), Ended + Ok + Account);
+}
+
 TEST_F(Verifying, comparesStatisticsToo) {
   const std::string stat = R"({"event":"close","file":"dumper1_0.stat","bytes":16,"xxh128":")" + Sum + "\"}\n";
   Summary(Start + stat + Stop);
