@@ -1,8 +1,10 @@
 #include "server/ProcessSettings.h"
 
 #include <QByteArray>
+#include <QTimer>
 
 #include <malloc.h>
+#include <chrono>
 
 namespace korvax {
 
@@ -13,6 +15,18 @@ void ApplyProcessSettings() {
   // gives it back.
   mallopt(M_MMAP_THRESHOLD, 32 << 20);
   mallopt(M_TRIM_THRESHOLD, 128 << 20);
+}
+
+void ReturnFreeMemory() {
+  malloc_trim(0);
+}
+
+// Queues that were full once leave hundreds of megabytes to the threads that filled them, which malloc keeps for
+// good: over weeks that looks like a leak.
+void ReturnFreeMemoryEveryMinute(QObject* parent) {
+  auto* const timer = new QTimer(parent);
+  QObject::connect(timer, &QTimer::timeout, &ReturnFreeMemory);
+  timer->start(std::chrono::minutes(1));
 }
 
 }  // namespace korvax

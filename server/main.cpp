@@ -7,6 +7,7 @@
 int main(int argc, char* argv[]) {
   korvax::ApplyProcessSettings();
   QCoreApplication application(argc, argv);
+  korvax::ReturnFreeMemoryEveryMinute(&application);
   const QString configurationPath = CommandLine::Process(application);
   Startup startup(configurationPath);
   const std::optional<int> failure = startup.Prepare();
