@@ -62,6 +62,13 @@ void Source::StopWorker() {
   }
 }
 
+QJsonObject Source::Shape() const {
+  const BoardEndpoint* const endpoint = binding_ ? binding_->Endpoint() : nullptr;
+  return {{QStringLiteral("board"), endpoint != nullptr ? binding_->board->name : QString()},
+          {QStringLiteral("endpoint"), endpoint != nullptr ? endpoint->name : QString()},
+          {QStringLiteral("data_type"), DataType()}};
+}
+
 void Source::Run() {
   if (worker_) {
     watch_->Start();

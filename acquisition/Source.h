@@ -21,6 +21,7 @@ public:
   void RequestStop();
   void StopWorker() override;
   const korvax::Account* Records() const override { return worker_ ? &worker_->Records() : nullptr; }
+  QJsonObject Shape() const override;
 
 public slots:
   /// Starts the worker; nothing for a source that has none.

@@ -13,23 +13,23 @@
 
 namespace {
 
-enum class Shape { Scalar, PerChannel, LeftOut };
+enum class Layout { Scalar, PerChannel, LeftOut };
 
-Shape ShapeOf(ParameterValueType type) {
+Layout LayoutOf(ParameterValueType type) {
   switch (type) {
     case ParameterValueType::List:
     case ParameterValueType::U32:
     case ParameterValueType::Boolean:
-      return Shape::Scalar;
+      return Layout::Scalar;
     case ParameterValueType::BoolArray:
     case ParameterValueType::ListArray:
     case ParameterValueType::U32Array:
-      return Shape::PerChannel;
+      return Layout::PerChannel;
     case ParameterValueType::StringArray:
     case ParameterValueType::Unset:
       break;
   }
-  return Shape::LeftOut;
+  return Layout::LeftOut;
 }
 
 // Whatever the library leaves in the text, whether it fails or not.
@@ -81,6 +81,10 @@ bool HV::ParseParameters(const QJsonValue& block) {
   }
   channelCount_ = count;
   return true;
+}
+
+QJsonObject HV::Shape() const {
+  return {{QStringLiteral("board"), board_ != nullptr ? board_->name : QString()}};
 }
 
 void HV::InterpretMessage(QString* data_in, QString* data_out) {
@@ -137,12 +141,12 @@ QString HV::ReadOnlyValues() const {
     if (met++ > 0) {
       answer += QLatin1Char(',');
     }
-    const Shape shape = ShapeOf(parameter.type);
-    if (shape != Shape::LeftOut) {
+    const Layout layout = LayoutOf(parameter.type);
+    if (layout != Layout::LeftOut) {
       answer += QLatin1Char('{') + Field(parameter);
     }
     // Kept: the entry of a per-channel parameter stays unclosed.
-    if (shape == Shape::Scalar) {
+    if (layout == Layout::Scalar) {
       answer += QLatin1Char('}');
     }
   }
@@ -151,12 +155,12 @@ QString HV::ReadOnlyValues() const {
 
 // Name and value as they stand, with no quotes or escapes of ours inside; empty for a type that is left out.
 QString HV::Field(const BoardParameter& parameter) const {
-  const Shape shape = ShapeOf(parameter.type);
-  if (shape == Shape::LeftOut) {
+  const Layout layout = LayoutOf(parameter.type);
+  if (layout == Layout::LeftOut) {
     return {};
   }
   return QLatin1Char('"') + parameter.name + QLatin1String("\":") +
-         (shape == Shape::Scalar ? ValueOf(*board_, parameter.path) : ChannelValues(parameter.path));
+         (layout == Layout::Scalar ? ValueOf(*board_, parameter.path) : ChannelValues(parameter.path));
 }
 
 QString HV::ChannelValues(const QString& path) const {

@@ -20,6 +20,7 @@ public:
   /// "n_channels", the channels that array parameters are read for. More than MostChannels are a fault: false,
   /// and the number stays as it was.
   bool ParseParameters(const QJsonValue& block) override;
+  QJsonObject Shape() const override;
   QueryReach Reach() const override { return QueryReach::Both; }
 
 public slots:

@@ -23,6 +23,14 @@ void AddQuery(CLI::App& app, Commands& commands) {
                       }});
 }
 
+void AddBlocks(CLI::App& app, Commands& commands) {
+  const auto json = std::make_shared<bool>(false);
+  CLI::App* command = app.add_subcommand("blocks", "List the blocks that the configuration made, and their links");
+  AddJson(*command, *json);
+  command->footer(help::blocksFooter);
+  commands.push_back({command, [json] { return Read<Request>{BlocksRequest{*json}, {}}; }});
+}
+
 struct SinkCommand {
   SinkAction action;
   const char* name;
@@ -51,6 +59,7 @@ void AddSink(CLI::App& app, Commands& commands, const SinkCommand& each) {
 
 void AddBlockCommands(CLI::App& app, Commands& commands) {
   AddQuery(app, commands);
+  AddBlocks(app, commands);
   for (const SinkCommand& each : sinkCommands) {
     AddSink(app, commands, each);
   }

@@ -32,6 +32,10 @@ CLI::Option* AddWord(CLI::App& command, const char* name, const char* descriptio
       ->option_text(" ");
 }
 
+void AddJson(CLI::App& command, bool& json) {
+  command.add_flag("--json", json, "Print the server's answer as it came");
+}
+
 std::chrono::milliseconds Milliseconds(double seconds) {
   return std::chrono::milliseconds(std::max(1LL, std::llround(seconds * 1000)));
 }

@@ -35,6 +35,9 @@ CLI::Validator Seconds(double least);
 /// A word that must be there and not be empty.
 CLI::Option* AddWord(CLI::App& command, const char* name, const char* description, std::string& value);
 
+/// The flag --json, which asks for the answer itself.
+void AddJson(CLI::App& command, bool& json);
+
 std::chrono::milliseconds Milliseconds(double seconds);
 
 QString Text(const std::string& utf8);

@@ -3,12 +3,13 @@
 namespace korvax::client::help {
 
 const char* const description =
-    "korvaxctl talks to a running korvax-boards-server: it sends queries, draws spectra, maps and waveforms in\n"
-    "the terminal, shows rates, starts, stops and resets counting, records runs, switches high voltage and\n"
-    "tells what became of every record. It also reads, verifies and recovers the list, wave and rate files of a\n"
-    "run, and checks configuration files.";
+    "korvaxctl talks to a running korvax-boards-server: it sends queries, lists blocks, draws spectra, maps and\n"
+    "waveforms in the terminal, shows rates, starts, stops and resets counting, records runs, switches high\n"
+    "voltage and tells what became of every record. It also reads, verifies and recovers the list, wave and rate\n"
+    "files of a run, and checks configuration files.";
 
 const char* const footer = R"(Examples:
+  korvaxctl blocks
   korvaxctl query processing/0/filter_chain/board0/chain/spectrum0 '{"args":[{"cmd":"data_get_status"}]}'
   korvaxctl spectrum processing/0/filter_chain/board0/chain/spectrum0 --live
   korvaxctl start processing/0/filter_chain/board0/chain/spectrum0
@@ -57,6 +58,16 @@ By name: "commands", dumpers and oscilloscopes
 
 Either way: high voltage
   korvaxctl query Hardware/BOARD1 '{"args":[{"cmd":"get_all_ch_values","param":"read_only"}]}'
+
+See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
+
+const char* const blocksFooter = R"(Lists in the order of the server's configuration each block that it made:
+the name and the full path by which queries reach it, for each input the block and the output that it takes
+from, counted from 0, and its sizes or what it is bound to, as it works with them.
+
+Examples:
+  korvaxctl blocks
+  korvaxctl blocks --json
 
 See korvaxctl --help for --host, --port, --timeout and the exit codes.)";
 

@@ -5,6 +5,7 @@ namespace korvax::client::help {
 extern const char* const description;
 extern const char* const footer;
 extern const char* const queryFooter;
+extern const char* const blocksFooter;
 extern const char* const spectrumFooter;
 extern const char* const timesFooter;
 extern const char* const positionFooter;

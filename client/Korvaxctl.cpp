@@ -1,5 +1,6 @@
 #include "client/Korvaxctl.h"
 
+#include "client/BlocksCommand.h"
 #include "client/CheckCommand.h"
 #include "client/CommandLine.h"
 #include "client/FilesCommand.h"
@@ -43,6 +44,8 @@ public:
     }
     return reply.ending;
   }
+
+  Ending operator()(const BlocksRequest& request) const { return ShowBlocks(server_, request, console_); }
 
   Ending operator()(const SinkRequest& request) const {
     const QueryTarget target(request.path);

@@ -8,7 +8,7 @@ namespace korvax::client {
 void AddLedgerCommand(CLI::App& app, Commands& commands) {
   const auto json = std::make_shared<bool>(false);
   CLI::App* command = app.add_subcommand("ledger", "Tell of every block what became of its records");
-  command->add_flag("--json", *json, "Print the server's answer as it came");
+  AddJson(*command, *json);
   command->footer(help::ledgerFooter);
   commands.push_back({command, [json] { return Read<Request>{LedgerRequest{*json}, {}}; }});
 }

@@ -99,6 +99,11 @@ struct HvRequest {
   HvAction action = HvAction::Show;
 };
 
+/// korvaxctl blocks
+struct BlocksRequest {
+  bool json = false;
+};
+
 /// korvaxctl ledger
 struct LedgerRequest {
   bool json = false;
@@ -130,8 +135,8 @@ struct CheckRequest {
   bool schema = false;
 };
 
-using Request =
-    std::variant<QueryRequest, SinkRequest, SpectrumRequest, HeatMapRequest, ScopeRequest, RatesRequest,
-                 RunRequest, HvRequest, LedgerRequest, FilesRequest, VerifyRequest, RecoverRequest, CheckRequest>;
+using Request = std::variant<QueryRequest, BlocksRequest, SinkRequest, SpectrumRequest, HeatMapRequest,
+                             ScopeRequest, RatesRequest, RunRequest, HvRequest, LedgerRequest, FilesRequest,
+                             VerifyRequest, RecoverRequest, CheckRequest>;
 
 }  // namespace korvax::client

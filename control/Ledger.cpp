@@ -12,26 +12,9 @@ namespace korvax {
 
 namespace {
 
-struct Origin {
-  QString block;
-  int pin = 0;
-};
-
-using Origins = std::map<const PinOutput*, Origin>;
-
-Origins OriginsOf(const BlockList& blocks) {
-  Origins origins;
-  for (const auto& block : blocks) {
-    for (std::size_t pin = 0; pin < block->Outputs().size(); ++pin) {
-      origins[block->Outputs()[pin].get()] = {block->Name(), static_cast<int>(pin)};
-    }
-  }
-  return origins;
-}
-
 // The account before the inputs, and the outputs before the account: each station only adds to what the one
 // before it has booked.
-Ledger::Entry EntryOf(const KorvaxBlock& block, const Origins& origins) {
+Ledger::Entry EntryOf(const KorvaxBlock& block, const PinOrigins& origins) {
   Ledger::Entry entry{block.Name(), block.BlockType(), block.FullPath(), {}, {}, {}, {}, {}};
   for (const auto& output : block.Outputs()) {
     entry.outputs.push_back(output->Counts());
@@ -41,10 +24,7 @@ Ledger::Entry EntryOf(const KorvaxBlock& block, const Origins& origins) {
     entry.possibleFates = account->PossibleFates();
   }
   for (const auto& input : block.Inputs()) {
-    const auto origin = origins.find(input->Upstream());
-    entry.inputs.push_back(origin == origins.end()
-                               ? Ledger::Input{{}, 0, input->TakenRecords()}
-                               : Ledger::Input{origin->second.block, origin->second.pin, input->TakenRecords()});
+    entry.inputs.push_back({origins.Of(*input), input->TakenRecords()});
   }
   return entry;
 }
@@ -168,7 +148,7 @@ quint64 Ledger::Entry::InHand() const {
 
 // Against the stream: a block is read before those that it is fed by.
 Ledger Ledger::Of(const BlockList& blocks) {
-  const Origins origins = OriginsOf(blocks);
+  const PinOrigins origins(blocks);
   const std::vector<const KorvaxBlock*> stations = StationsOf(blocks);
   Ledger ledger;
   for (auto station = stations.rbegin(); station != stations.rend(); ++station) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "control/PinOrigins.h"
 #include "framework/Account.h"
 #include "framework/ChainContext.h"
 #include "framework/PinOutput.h"
@@ -16,9 +17,7 @@ namespace korvax {
 /// against the stream, so that what is under way stands as "in hand" and nothing counts twice.
 class Ledger {
 public:
-  struct Input {
-    QString from;  ///< name of the producing block; empty for a pin that isn't linked
-    int pin = 0;   ///< which of its outputs
+  struct Input : PinOrigin {
     quint64 taken = 0;
   };
   struct Entry {

@@ -1,6 +1,7 @@
 #include "control/korvax_commands.h"
 
 #include "acquisition/Source.h"
+#include "control/BlockDescriptions.h"
 #include "control/Ledger.h"
 #include "control/StorageSettings.h"
 #include "framework/Answers.h"
@@ -38,6 +39,12 @@ void ForEachRecorder(const BlockList& blocks, Action action) {
       action(*rates);
     }
   }
+}
+
+// The name of the one block that the answer shall tell of; nothing for all.
+std::optional<QString> AskedBlock(const QJsonObject& message) {
+  const QJsonValue name = message["block"];
+  return name.isUndefined() ? std::nullopt : std::optional(name.toString());
 }
 
 // Starts a recording block, if its kind is enabled.
@@ -82,6 +89,8 @@ void korvax_commands::InterpretMessage(QString* data_in, QString* data_out) {
     AppendRunInfo(*data_out);
   } else if (command == QLatin1String("get_ledger")) {
     AppendLedger(message, *data_out);
+  } else if (command == QLatin1String("get_blocks")) {
+    data_out->append(korvax::CompactJson(korvax::DescribeBlocks(*Context().blocks, AskedBlock(message))));
   } else if (Obey(command)) {
     data_out->append(korvax::answers::Success());
   }
@@ -168,11 +177,10 @@ void korvax_commands::AppendRunInfo(QString& out) const {
 
 void korvax_commands::AppendLedger(const QJsonObject& message, QString& out) const {
   korvax::Ledger ledger = korvax::Ledger::Of(*Context().blocks);
-  if (message.contains(QLatin1String("block"))) {
-    ledger.KeepOnly(message["block"].toString());
+  if (const auto name = AskedBlock(message)) {
+    ledger.KeepOnly(*name);
   }
-  const QJsonObject answer{{QStringLiteral("ledger"), ledger.ToJson()}};
-  out.append(QString::fromUtf8(QJsonDocument(answer).toJson(QJsonDocument::Compact)));
+  out.append(korvax::CompactJson({{QStringLiteral("ledger"), ledger.ToJson()}}));
 }
 
 void korvax_commands::TellHighVoltage(const QString& message) const {

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QJsonArray>
+#include <QJsonObject>
 
 #include <algorithm>
 #include <optional>
@@ -145,6 +146,10 @@ QJsonDocument ParseJson(const QByteArray& text) {
     done = renamed[i].end;
   }
   return QJsonDocument::fromJson(distinct.append(text.constData() + done, text.size() - done));
+}
+
+QString CompactJson(const QJsonObject& object) {
+  return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
 }  // namespace korvax

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QJsonDocument>
+#include <QString>
 
 namespace korvax {
 
@@ -10,5 +11,8 @@ namespace korvax {
 /// stay in the object, under keys that nobody asks for: U+0000 and a number. Keys that begin with U+0000 are
 /// renamed likewise.
 QJsonDocument ParseJson(const QByteArray& text);
+
+/// As one line without blanks.
+QString CompactJson(const QJsonObject& object);
 
 }  // namespace korvax

@@ -1,7 +1,5 @@
 #include "framework/KorvaxBlock.h"
 
-#include <QJsonObject>
-
 KorvaxBlock::KorvaxBlock(const QString& blockType, bool dumpCapable, const ChainContext& context, QObject* parent)
     : QObject(parent),
       blockType_(blockType),

@@ -5,7 +5,7 @@
 #include "framework/PinInput.h"
 #include "framework/PinOutput.h"
 
-#include <QJsonValue>
+#include <QJsonObject>
 #include <QObject>
 
 /// Base of every stage of the processing chain. Blocks live on the main thread, own their pins and, where there
@@ -50,6 +50,10 @@ public:
   /// What became of the records that reached the block; null for a block that none reach. Its reading is for any
   /// thread.
   virtual const korvax::Account* Records() const { return nullptr; }
+
+  /// What clients must know to show the block's data or to say what it is bound to, as the block works with it;
+  /// the keys are the block's own. The base has nothing to tell. Main thread.
+  virtual QJsonObject Shape() const { return {}; }
 
 protected:
   KorvaxBlock(const QString& blockType, bool dumpCapable, const ChainContext& context, QObject* parent);

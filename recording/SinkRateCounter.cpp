@@ -3,11 +3,11 @@
 #include "framework/Answers.h"
 #include "framework/BlockParameters.h"
 #include "framework/ByteWriter.h"
+#include "framework/JsonText.h"
 #include "framework/QueryArgs.h"
 #include "recording/DumpQueries.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QtDebug>
 
@@ -114,7 +114,8 @@ void SinkRateCounter::InterpretMessage(QString* data_in, QString* data_out) {
     worker_->History().Clear();
     data_out->append(korvax::answers::Success());
   } else if (command == QLatin1String("get_channel_map")) {
-    AppendChannelMap(*data_out);
+    data_out->append(
+        korvax::CompactJson({{QStringLiteral("channel_map"), QJsonArray::fromStringList(channelMap_)}}));
   } else if (command == QLatin1String("get_dump_counts")) {
     korvax::AppendDumpCounts(worker_->Control(), QString(), *data_out);
   } else {
@@ -144,9 +145,8 @@ void SinkRateCounter::AppendData(const QString& source, QString& out) const {
   }
 }
 
-void SinkRateCounter::AppendChannelMap(QString& out) const {
-  const QJsonObject answer{{QStringLiteral("channel_map"), QJsonArray::fromStringList(channelMap_)}};
-  out.append(QString::fromUtf8(QJsonDocument(answer).toJson(QJsonDocument::Compact)));
+QJsonObject SinkRateCounter::Shape() const {
+  return {{QStringLiteral("channels"), QJsonArray::fromStringList(channelMap_)}};
 }
 
 void SinkRateCounter::ConfigureDump(int dump_events, const QString& file_type, const QString& file_path) {

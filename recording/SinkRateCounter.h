@@ -22,6 +22,7 @@ public:
   bool ParseParameters(const QJsonValue& block) override;
   void StopWorker() override;
   const korvax::Account* Records() const override { return &worker_->Records(); }
+  QJsonObject Shape() const override;
 
   void ConfigureDump(int dump_events, const QString& file_type, const QString& file_path);
   /// Begins a run: all counts from 0. A file that is still open goes on.
@@ -44,7 +45,6 @@ private:
   void SetChannelMap(const QJsonArray& names);
   void ControlDump(const QString& command, const QJsonObject& message, QString& out);
   void AppendData(const QString& source, QString& out) const;
-  void AppendChannelMap(QString& out) const;
 
   qint32 historyDepth_ = 600;
   QStringList channelMap_;

@@ -41,6 +41,12 @@ void Histogram::SetCut(double& cut, const char* label, double value) {
   }
 }
 
+QJsonObject Histogram::Shape() const {
+  QJsonObject shape = korvax::ChannelsAndBins(worker_->Counts());
+  shape.insert(QStringLiteral("gain"), gain_);
+  return shape;
+}
+
 void Histogram::AppendData(const korvax::SinkQuery& query, korvax::ByteWriter& out) {
   korvax::AppendSelectedRows(worker_->Counts(), query, out);
 }

@@ -13,6 +13,7 @@ public:
 
   /// "gain", "energy_cut_min" and "energy_cut_max"; reach the running worker at its next message. Always true.
   bool ParseParameters(const QJsonValue& block) override;
+  QJsonObject Shape() const override;
 
 public slots:
   void NewDataInTheInputPin(int FifoLevel) { Wake(FifoLevel); }

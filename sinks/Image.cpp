@@ -20,6 +20,10 @@ bool Image::ParseParameters(const QJsonValue& block) {
   return true;
 }
 
+QJsonObject Image::Shape() const {
+  return korvax::RowsAndColumns(worker_->Cumulative());
+}
+
 void Image::AppendData(const korvax::SinkQuery& query, korvax::ByteWriter& out) {
   if (query.source == QLatin1String("immediate")) {
     korvax::AppendAllRows(worker_->TakeImmediate(), out);

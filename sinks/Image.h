@@ -14,6 +14,7 @@ public:
   /// "x_positions" and "y_positions": one entry per column and per row, of any value; fixed at construction.
   /// Always true.
   bool ParseParameters(const QJsonValue& block) override;
+  QJsonObject Shape() const override;
 
 public slots:
   void NewDataInTheInputPin(int FifoLevel) { Wake(FifoLevel); }

@@ -44,6 +44,14 @@ bool Oscilloscope::ParseParameters(const QJsonValue& block) {
   return true;
 }
 
+QJsonObject Oscilloscope::Shape() const {
+  const korvax::TraceShape& shape = worker_->Shape();
+  return {{QStringLiteral("channels"), shape.channels},
+          {QStringLiteral("analog"), shape.analog},
+          {QStringLiteral("digital"), shape.digital},
+          {QStringLiteral("samples"), shape.samples}};
+}
+
 void Oscilloscope::StopWorker() {
   worker_->Stop();
 }

@@ -16,6 +16,7 @@ public:
   bool ParseParameters(const QJsonValue& block) override;
   void StopWorker() override;
   const korvax::Account* Records() const override { return &worker_->Records(); }
+  QJsonObject Shape() const override;
 
   /// ConfigureDump and StartDump in one, for run control: the worker sees both or none.
   void StartRun(const korvax::DumpSettings& settings);

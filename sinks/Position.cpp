@@ -34,6 +34,10 @@ void Position::SetCut(double& cut, double value) {
   }
 }
 
+QJsonObject Position::Shape() const {
+  return korvax::RowsAndColumns(worker_->Map());
+}
+
 void Position::AppendData(const korvax::SinkQuery& query, korvax::ByteWriter& out) {
   if (query.source == QLatin1String("scatter")) {
     AppendScatter(out);

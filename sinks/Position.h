@@ -14,6 +14,7 @@ public:
   /// "energy_cut_min" and "energy_cut_max" reach the running worker at its next message; "positions",
   /// "correlated_channels" and "y_positions" are fixed at construction. Always true.
   bool ParseParameters(const QJsonValue& block) override;
+  QJsonObject Shape() const override;
 
 public slots:
   void NewDataInTheInputPin(int FifoLevel) { Wake(FifoLevel); }

@@ -3,6 +3,8 @@
 #include "framework/ByteWriter.h"
 #include "sinks/CountGrid.h"
 
+#include <algorithm>
+
 namespace korvax {
 
 void AppendSelectedRows(const CountGrid& counts, const SinkQuery& query, ByteWriter& out) {
@@ -27,6 +29,16 @@ void AppendAllRows(const CountGrid& counts, ByteWriter& out) {
     separator = ",";
   }
   out.Text("]}");
+}
+
+QJsonObject ChannelsAndBins(const CountGrid& counts) {
+  return {{QStringLiteral("channels"), std::max(counts.Rows(), 0)},
+          {QStringLiteral("bins"), std::max(counts.Columns(), 0)}};
+}
+
+QJsonObject RowsAndColumns(const CountGrid& counts) {
+  return {{QStringLiteral("rows"), std::max(counts.Rows(), 0)},
+          {QStringLiteral("columns"), std::max(counts.Columns(), 0)}};
 }
 
 }  // namespace korvax

@@ -2,6 +2,8 @@
 
 #include "sinks/SinkQuery.h"
 
+#include <QJsonObject>
+
 namespace korvax {
 
 class ByteWriter;
@@ -13,5 +15,12 @@ class CountGrid;
 void AppendSelectedRows(const CountGrid& counts, const SinkQuery& query, ByteWriter& out);
 /// {"data":[[count,...],...]} of all rows.
 void AppendAllRows(const CountGrid& counts, ByteWriter& out);
+
+// The shapes that several sinks have. A size below 0 counts as 0.
+
+/// {"channels":rows,"bins":columns}
+QJsonObject ChannelsAndBins(const CountGrid& counts);
+/// {"rows":rows,"columns":columns}
+QJsonObject RowsAndColumns(const CountGrid& counts);
 
 }  // namespace korvax

@@ -26,6 +26,12 @@ void time_distribution::SetBinning(double binning) {
   }
 }
 
+QJsonObject time_distribution::Shape() const {
+  QJsonObject shape = korvax::ChannelsAndBins(worker_->Counts());
+  shape.insert(QStringLiteral("binning"), binning_);
+  return shape;
+}
+
 void time_distribution::AppendData(const korvax::SinkQuery& query, korvax::ByteWriter& out) {
   korvax::AppendSelectedRows(worker_->Counts(), query, out);
 }

@@ -90,6 +90,11 @@ TEST(CommandGroups, readALedger) {
   EXPECT_TRUE(Parsed<LedgerRequest>({"ledger", "--json"}).json);
 }
 
+TEST(CommandGroups, readAListOfBlocks) {
+  EXPECT_FALSE(Parsed<BlocksRequest>({"blocks"}).json);
+  EXPECT_TRUE(Parsed<BlocksRequest>({"blocks", "--json"}).json);
+}
+
 TEST(CommandGroups, takeTheConnectionBeforeOrAfterTheirCommand) {
   for (const Words& words : {Words{"--port", "9", "run", "info"}, Words{"run", "--port", "9", "info"},
                              Words{"run", "info", "--port", "9"}, Words{"hv", "--port", "9", "x", "show"}}) {
@@ -117,6 +122,7 @@ TEST_P(GroupRefused, isAUsageErrorThatNamesTheFaultAndTheHelpOfTheCommand) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLine, GroupRefused,
     testing::Values(
+        RefusedRow{{"blocks", "spectrum0"}, "spectrum0", "blocks "},
         RefusedRow{{"ledger", "spectrum0"}, "spectrum0", "ledger "},
         RefusedRow{{"files", "verify"}, "FOLDER", "files verify "},
         RefusedRow{{"files", "verify", "a", "--output", "b"}, "--output", "files verify "},
@@ -191,7 +197,7 @@ TEST(CommandGroups, everyExampleOfTheHelpIsUnderstood) {
        {Words{"--help"}, Words{"query", "--help"}, Words{"spectrum", "--help"}, Words{"times", "--help"},
         Words{"position", "--help"}, Words{"image", "--help"}, Words{"start", "--help"}, Words{"scope", "--help"},
         Words{"rates", "--help"}, Words{"run", "--help"}, Words{"hv", "--help"}, Words{"files", "--help"},
-        Words{"check", "--help"}}) {
+        Words{"check", "--help"}, Words{"blocks", "--help"}, Words{"ledger", "--help"}}) {
     for (const Words& example : Examples(command)) {
       EXPECT_TRUE(std::holds_alternative<Invocation>(ParseCommandLine(example)))
           << Ended(example).text.toStdString();

@@ -50,7 +50,8 @@ const std::vector<Words> commandsByName{{"scope", "commands"},
                                         {"run", "pause"},
                                         {"run", "restart"},
                                         {"run", "info"},
-                                        {"ledger"}};
+                                        {"ledger"},
+                                        {"blocks"}};
 
 std::vector<Words> AllCommands() {
   std::vector<Words> commands = commandsByPath;
