@@ -5,21 +5,40 @@
 #include <QNetworkProxy>
 #include <QUrl>
 
+#include <utility>
+
 namespace test {
 
-TestClient::TestClient(const QString& route, const QString& host) : route_(route), host_(host) {
+namespace {
+
+QUrl UrlOf(const QString& route, const QString& host) {
+  QUrl url;
+  url.setScheme(QStringLiteral("ws"));
+  url.setHost(host);
+  url.setPort(51234);
+  url.setPath(QLatin1Char('/') + route);
+  return url;
+}
+
+}  // namespace
+
+TestClient::TestClient(const QString& route, const QString& host)
+    : TestClient(QNetworkRequest(UrlOf(route, host)), QString()) {}
+
+TestClient::TestClient(QNetworkRequest request, const QString& origin)
+    : request_(std::move(request)), socket_(origin) {
   socket_.setProxy(QNetworkProxy::NoProxy);
 }
 
+// A web server that refuses may keep the connection open.
 bool TestClient::Connect() {
-  QUrl url;
-  url.setScheme(QStringLiteral("ws"));
-  url.setHost(host_);
-  url.setPort(51234);
-  url.setPath(QLatin1Char('/') + route_);
-  socket_.open(url);
+  bool isRefused = false;
+  QObject scope;
+  QObject::connect(&socket_, QOverload<QAbstractSocket::SocketError>::of(&QWebSocket::error), &scope,
+                   [&isRefused] { isRefused = true; });
+  socket_.open(request_);
   const bool settled =
-      WaitFor([this] { return IsConnected() || socket_.state() == QAbstractSocket::UnconnectedState; });
+      WaitFor([&] { return IsConnected() || isRefused || socket_.state() == QAbstractSocket::UnconnectedState; });
   return settled && IsConnected();
 }
 

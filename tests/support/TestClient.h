@@ -1,16 +1,19 @@
 #pragma once
 
+#include <QNetworkRequest>
 #include <QWebSocket>
 
 #include <optional>
 
 namespace test {
 
-/// One client of the server, on the local host. Every operation runs the event loop until it is done.
+/// One client of the server, most often on the local host. Every operation runs the event loop until it is done.
 class TestClient {
 public:
   /// The route is the URL path without its leading slash.
   explicit TestClient(const QString& route, const QString& host = QStringLiteral("127.0.0.1"));
+  /// As a page of that origin, or without one, and at any address.
+  TestClient(QNetworkRequest request, const QString& origin);
 
   /// Connects; false when the server refuses.
   bool Connect();
@@ -27,8 +30,7 @@ public:
   void Close() { socket_.close(); }
 
 private:
-  const QString route_;
-  const QString host_;
+  const QNetworkRequest request_;
   QWebSocket socket_;
 };
 

@@ -1,0 +1,93 @@
+import { inUnits } from "./support/reading";
+import { expect, test } from "./support/test";
+
+interface Rates {
+  rates_in: number[];
+  rates_out: number[];
+}
+
+const inMain = (selector: string): string => `main ${selector}`;
+
+test("every channel of the rate counters has its row and its name", async ({ acquisition: _, site, page, client }) => {
+  await page.goto(`${site.url}#/rates`);
+  const path = "processing/0/filter_chain/rates1/chain/rates1";
+  await page.locator(inMain("[data-test=rates] tbody tr")).first().waitFor();
+  const { channel_map: names } = await client.sink<{ channel_map: string[] }>(path, { cmd: "get_channel_map" });
+  const { rates_in: rates } = await client.sink<Rates>(path, { cmd: "get_data", source: "immediate" });
+  const rows = page.locator(inMain("[data-test=rates] tbody tr th"));
+  expect(rates).toHaveLength(names.length);
+  await expect.poll(async () => (await rows.allInnerTexts()).map((text) => text.split(/\s/)[0])).toEqual(names);
+});
+
+test("the rates since the start are those of the latest record", async ({ acquisition: _, site, page, client }) => {
+  await page.goto(`${site.url}#/rates?over=start`);
+  await page.locator(inMain("[data-test=rates] tbody tr")).first().waitFor();
+  await client.stopBoards();
+  const path = "processing/0/filter_chain/rates1/chain/rates1";
+  const { rates_in: ins, rates_out: outs } = await client.sink<Rates>(path, { cmd: "get_data", source: "immediate" });
+  for (const [channel, rate] of ins.entries()) {
+    const cells = page.locator(inMain(`[data-test=rate-${channel}] td.number`));
+    await expect.poll(async () => isNear(inUnits(await cells.first().innerText()), rate)).toBe(true);
+    await expect.poll(async () => isNear(inUnits(await cells.last().innerText()), outs[channel]!)).toBe(true);
+  }
+});
+
+/** Three digits are shown. */
+function isNear(shown: number, rate: number): boolean {
+  return Math.abs(shown - rate) <= 0.006 * Math.abs(rate);
+}
+
+test("the oscilloscope's traces are the server's, sample by sample", async ({ acquisition: _, site, page, client }) => {
+  await page.goto(`${site.url}#/scope?ch=0-2`);
+  const traces = async (): Promise<number[][]> =>
+    (JSON.parse(await client.ask("scope1", { cmd: "require_data" })) as { data: number[] }[]).map(({ data }) => data);
+  const values = page.locator("[data-test=scope-traces] [data-test=value]");
+  // An analog and three digital ones of each channel.
+  await expect.poll(() => values.count()).toBe(12);
+  await expect.poll(async () => (await traces()).flat().some((sample) => sample > 1)).toBe(true);
+  await client.stopBoards();
+  const expected = await traces();
+  await page.locator("[data-test=scope-picture]").click();
+  for (const key of ["", "ArrowRight", "ArrowRight"]) {
+    await (key === "" ? Promise.resolve() : page.keyboard.press(key));
+    const cursor = page.locator("[data-test=scope-cursor]");
+    await expect.poll(async () => {
+      const sample = Number(/sample (\d+)/.exec(await cursor.innerText())?.[1] ?? NaN);
+      const shown = (await values.allInnerTexts()).map(Number);
+      return shown.length === expected.length && expected.every((trace, i) => Math.abs(trace[sample]! - shown[i]!) < 1e-6);
+    }).toBe(true);
+  }
+});
+
+test("the high voltage shows the values that were set", async ({ acquisition: _, site, page, client }) => {
+  await page.goto(`${site.url}#/hv`);
+  const answer = await client.ask("hv1", { args: [{ cmd: "get_all_ch_values", param: "all" }] });
+  const set = /"HVSet":\[([^\]]*)\]/.exec(answer)?.[1]?.split(",").map(Number) ?? [];
+  expect(set).toHaveLength(4);
+  const table = page.locator(inMain("[data-test=hv-channels]"));
+  await expect.poll(async () => {
+    const heads = await table.locator("thead th").allInnerTexts();
+    const column = heads.findIndex((text) => text.startsWith("HVSet"));
+    const cells = await table.locator(`tbody tr > :nth-child(${column + 1})`).allInnerTexts();
+    return cells.map(Number);
+  }).toEqual(set);
+});
+
+test("high voltage goes on and off by clicks, after a confirmation that names the board", async ({ acquisition: _, site, page, client }) => {
+  await page.goto(`${site.url}#/hv`);
+  const state = async (): Promise<string> =>
+    /"HVState":\[([^\]]*)\]/.exec(await client.ask("hv1", { args: [{ cmd: "get_all_ch_values", param: "all" }] }))?.[1] ?? "";
+  const before = await state();
+  await page.locator("[data-test=hv-on-BOARD1]").click();
+  const dialog = page.locator("dialog[open]");
+  await expect.poll(() => dialog.innerText()).toContain("BOARD1");
+  expect(await page.evaluate(() => document.activeElement?.textContent?.trim())).toBe("Cancel");
+  await dialog.getByRole("button", { name: "Cancel" }).click();
+  expect(await state()).toBe(before);
+  await page.locator("[data-test=hv-on-BOARD1]").click();
+  await dialog.locator("button.danger").click();
+  await expect.poll(state).not.toBe(before);
+  await page.locator("[data-test=hv-off-BOARD1]").click();
+  await dialog.locator("button:not(:has-text('Cancel'))").click();
+  await expect.poll(state).toBe(before);
+});

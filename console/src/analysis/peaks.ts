@@ -1,0 +1,74 @@
+import type { Range } from "./region";
+
+// A window is compared with its two sides, each half as wide: what stands above both is a peak.
+
+/** The range about the peak that stands out most between the bins; null when none does. */
+export function clearestPeak(counts: ArrayLike<number>, { from, to }: Range): Range | null {
+  const below = runningSums(counts, from, to);
+  const sumOf = (a: number, b: number): number => below[b - from]! - below[a - from]!;
+  let best = { clearness: leastClearness, centre: -1, half: 0 };
+  for (const half of halfWidths((to - from + 1) / 8)) {
+    for (let centre = from + 2 * half; centre + 2 * half <= to; ++centre) {
+      const inner = sumOf(centre - half, centre + half);
+      const side = Math.max(sumOf(centre - 2 * half, centre - half), sumOf(centre + half, centre + 2 * half));
+      const clearness = (inner - 2 * side) / Math.sqrt(inner + 4 * side + 1);
+      if (clearness > best.clearness) {
+        best = { clearness, centre, half };
+      }
+    }
+  }
+  return best.centre < 0 ? null : aroundPeak(counts, { from, to }, best.centre, best.half);
+}
+
+/** In standard deviations. */
+const leastClearness = 5;
+/** So many widths at half maximum on each side show the background too. */
+const reach = 1.5;
+
+function halfWidths(most: number): number[] {
+  const widths: number[] = [];
+  for (let width = 2; width <= most; width = Math.ceil(width * 1.3)) {
+    widths.push(width);
+  }
+  return widths;
+}
+
+function runningSums(counts: ArrayLike<number>, from: number, to: number): Float64Array {
+  const below = new Float64Array(to - from + 2);
+  for (let bin = from; bin <= to; ++bin) {
+    below[bin - from + 1] = below[bin - from]! + counts[bin]!;
+  }
+  return below;
+}
+
+function aroundPeak(counts: ArrayLike<number>, { from, to }: Range, centre: number, half: number): Range {
+  const smooth = smoother(counts, { from, to }, Math.floor(half / 6));
+  let top = centre;
+  for (let bin = centre - half; bin <= centre + half; ++bin) {
+    top = smooth(bin) > smooth(top) ? bin : top;
+  }
+  const foot = Math.max(smooth(Math.max(from, top - 2 * half)), smooth(Math.min(to, top + 2 * half)));
+  const level = (smooth(top) + Math.min(foot, smooth(top))) / 2;
+  let [low, high] = [top, top];
+  while (low > from && smooth(low) > level) {
+    --low;
+  }
+  while (high < to && smooth(high) > level) {
+    ++high;
+  }
+  // The steeper side is the peak's own: a neighbour or a slope widens the other.
+  const arm = Math.max(3, Math.round(reach * 2 * Math.min(top - low, high - top)));
+  return { from: Math.max(from, top - arm), to: Math.min(to, top + arm) };
+}
+
+/** The mean of so many bins on both sides. */
+function smoother(counts: ArrayLike<number>, { from, to }: Range, arm: number): (bin: number) => number {
+  return (bin) => {
+    const [low, high] = [Math.max(from, bin - arm), Math.min(to, bin + arm)];
+    let sum = 0;
+    for (let i = low; i <= high; ++i) {
+      sum += counts[i]!;
+    }
+    return sum / (high - low + 1);
+  };
+}

@@ -1,0 +1,27 @@
+/** A run's id proposed from the date: 2026-11-21_001. */
+export function proposeRunId(date: Date, number: number): string {
+  const two = (n: number): string => String(n).padStart(2, "0");
+  const day = `${date.getFullYear()}-${two(date.getMonth() + 1)}-${two(date.getDate())}`;
+  return `${day}_${String(number).padStart(3, "0")}`;
+}
+
+/** The next one: a number at the end goes up by one and keeps its width; without one, "_2" comes behind. */
+export function nextRunId(id: string): string {
+  const match = /^(.*?)(\d{1,15})$/s.exec(id);
+  if (match === null) {
+    return `${id}_2`;
+  }
+  const [, before = "", digits = "0"] = match;
+  return before + String(Number(digits) + 1).padStart(digits.length, "0");
+}
+
+/** Why this can't be a run's id; null when it can. The id becomes the name of a folder. */
+export function runIdFault(id: string): string | null {
+  if (id.trim() === "") {
+    return "A run needs an id: it becomes the name of the run's folder.";
+  }
+  if (/[/\\\0]/.test(id) || id === "." || id === "..") {
+    return "A run's id becomes the name of a folder: it can't hold / or \\, nor be . or ..";
+  }
+  return null;
+}

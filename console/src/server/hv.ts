@@ -1,0 +1,52 @@
+import { BadAnswer } from "./answers";
+import type { Answerer } from "./Server";
+import { type BoardAnswer, readBoardValues } from "./tolerantValues";
+
+// What is asked of high-voltage blocks. They are found by their path, "Hardware/<board>".
+
+function askBoard(server: Answerer, path: string, command: { cmd: string; param?: string }): Promise<string> {
+  return server.ask("query_by_json", { path, args: [command] });
+}
+
+/** The values that the board has at this moment: of all parameters, or of those that can't be written. */
+export async function getBoardValues(
+  server: Answerer,
+  path: string,
+  param: "all" | "read_only",
+): Promise<BoardAnswer> {
+  const answer = await askBoard(server, path, { cmd: "get_all_ch_values", param });
+  if (answer === "") {
+    throw new BadAnswer(
+      `No block answers for ${path}: it may have been renamed or taken out of the configuration.`,
+    );
+  }
+  if (/^\s*\{\s*"response"\s*:\s*"error"/.test(answer)) {
+    throw new BadAnswer(
+      `${path} has no board (${reasonOf(answer)}): ` +
+        'the "source" of the block must be the "board_name" of an enabled board.',
+    );
+  }
+  return readBoardValues(answer);
+}
+
+function reasonOf(answer: string): string {
+  return /"reason"\s*:\s*"([^"]{1,100})/.exec(answer)?.[1] ?? "no reason given";
+}
+
+/** The names of the parameters that can't be written. */
+export async function getReadOnlyNames(server: Answerer, path: string): Promise<ReadonlySet<string>> {
+  return new Set((await getBoardValues(server, path, "read_only")).values.map((value) => value.name));
+}
+
+/**
+ * Switches the board's high voltage. The block's answer is empty, as that of no block would be: that it is there
+ * shows only by reading its values, which come back.
+ */
+export async function switchBoard(server: Answerer, path: string, on: boolean): Promise<BoardAnswer> {
+  const answer = await askBoard(server, path, { cmd: on ? "hv_global_on" : "hv_global_off" });
+  if (answer !== "") {
+    const said = answer.slice(0, 80);
+    throw new BadAnswer(`${path} answers ${said} where nothing should be: it may not have switched.`);
+  }
+  return getBoardValues(server, path, "all");
+}

@@ -1,0 +1,79 @@
+import { Unreachable } from "./RouteSocket";
+
+/** What is known of something that is asked again and again. */
+export interface Reading<T> {
+  /** The last good one; nothing before the first. */
+  value: T | null;
+  /** When it came, as Date.now() tells. */
+  at: number;
+  /** Why the last question has no good answer; nothing when it has. */
+  fault: string | null;
+}
+
+export const noReading: Reading<never> = { value: null, at: 0, fault: null };
+
+export interface Pace {
+  /** From question to question; a slow answer delays the next one, there are never two under way. */
+  intervalMs: number;
+  hidden?: () => boolean;
+}
+
+/** A hidden page asks so often. */
+const hiddenIntervalMs = 10_000;
+const retryMs = 1_000;
+
+/** Asks until the function that it returns is called. `tell` gets each reading. */
+export function poll<T>(ask: () => Promise<T>, pace: Pace, tell: (reading: Reading<T>) => void): () => void {
+  let stopped = false;
+  let timer: ReturnType<typeof setTimeout> | null = null;
+  let last: Reading<T> = noReading;
+  const hidden = pace.hidden ?? (() => document.hidden);
+
+  const round = async (): Promise<void> => {
+    const began = Date.now();
+    try {
+      last = { value: await ask(), at: Date.now(), fault: null };
+    } catch (error) {
+      last = { ...last, fault: faultOf(error) };
+    }
+    if (!stopped) {
+      tell(last);
+      const interval = hidden() ? Math.max(hiddenIntervalMs, pace.intervalMs) : pace.intervalMs;
+      schedule(Math.max(last.fault === null ? 0 : retryMs, began + interval - Date.now()));
+    }
+  };
+  const schedule = (ms: number): void => {
+    timer = setTimeout(() => {
+      timer = null;
+      void round();
+    }, ms);
+  };
+  const cancel = (): boolean => {
+    const wasWaiting = timer !== null;
+    if (timer !== null) {
+      clearTimeout(timer);
+      timer = null;
+    }
+    return wasWaiting;
+  };
+  // A page that is looked at again shows what is, not what was.
+  const onShown = (): void => {
+    if (!hidden() && cancel()) {
+      void round();
+    }
+  };
+  globalThis.document?.addEventListener("visibilitychange", onShown);
+  void round();
+  return () => {
+    stopped = true;
+    cancel();
+    globalThis.document?.removeEventListener("visibilitychange", onShown);
+  };
+}
+
+export function faultOf(error: unknown): string {
+  if (error instanceof Unreachable) {
+    return `The server can't be reached: ${error.message}.`;
+  }
+  return error instanceof Error ? error.message : String(error);
+}

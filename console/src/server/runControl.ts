@@ -1,0 +1,83 @@
+import { asArray, asObject, BadAnswer, type Json, type JsonObject, parseJson } from "./answers";
+import { expectDone } from "./queries";
+import type { Answerer } from "./Server";
+
+// What is asked of run control, the block "commands".
+
+const commands = "commands";
+
+export type RunCommand = "stop_dump" | "pause_dump" | "restart_dump" | "reset" | "hv_on" | "hv_off";
+
+/** Fails with BadAnswer, whose message is what the server says, when it refuses. */
+export async function sendRunCommand(server: Answerer, cmd: RunCommand): Promise<void> {
+  expectDone(parseJson(await server.ask(commands, { cmd }), "run control"), "run control");
+}
+
+export async function startRun(server: Answerer, runId: string): Promise<void> {
+  const answer = parseJson(await server.ask(commands, { cmd: "start_dump", run_id: runId }), "run control");
+  try {
+    expectDone(answer, "run control");
+  } catch (error) {
+    if (error instanceof BadAnswer && error.message === "Existing Folder") {
+      throw new BadAnswer(`There is a folder of run ${runId} already ("Existing Folder"): choose another id.`);
+    }
+    throw error;
+  }
+}
+
+export async function askCommands(server: Answerer, cmd: string): Promise<JsonObject> {
+  return asObject(parseJson(await server.ask(commands, { cmd }), cmd), cmd);
+}
+
+export type RunStatus = "stopped" | "recording" | "paused" | "unknown";
+
+/** What a dumper says of its run. */
+export interface RunInfo {
+  name: string;
+  status: RunStatus;
+  id: string;
+  eventRate: number; // per second
+  storedEvents: number;
+  runningTime: number; // s
+  usedSpace: number; // bytes of the current file
+}
+
+export async function getRunInfo(server: Answerer): Promise<RunInfo[]> {
+  return parseRunInfo(await server.ask(commands, { cmd: "get_run_info" }));
+}
+
+export function parseRunInfo(text: string): RunInfo[] {
+  return asArray(parseJson(withQuotedIds(text), "the run"), "the run").map(runInfoOf);
+}
+
+/** The run id stands in the answer without quotes, whatever it is. */
+function withQuotedIds(text: string): string {
+  const [before, behind] = [',"id":', ',"stored_events":'];
+  let quoted = "";
+  let done = 0;
+  for (;;) {
+    const from = text.indexOf(before, done) + before.length;
+    const to = from < before.length ? -1 : text.indexOf(behind, from);
+    if (to < 0) {
+      return quoted + text.slice(done);
+    }
+    quoted += text.slice(done, from) + JSON.stringify(text.slice(from, to));
+    done = to;
+  }
+}
+
+const statuses: readonly RunStatus[] = ["stopped", "recording", "paused"];
+
+function runInfoOf(entry: Json): RunInfo {
+  const values = asObject(entry, "the run");
+  const number = (key: string): number => (typeof values[key] === "number" ? (values[key] as number) : NaN);
+  return {
+    name: String(values["name"] ?? ""),
+    status: statuses[number("status")] ?? "unknown",
+    id: String(values["id"] ?? ""),
+    eventRate: number("event_rate"),
+    storedEvents: number("stored_events"),
+    runningTime: number("running_time"),
+    usedSpace: number("used_space"),
+  };
+}

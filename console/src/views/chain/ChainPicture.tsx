@@ -1,0 +1,120 @@
+import { useMemo, useRef } from "preact/hooks";
+import { isTyping } from "../../app/keys";
+import type { Entry } from "../../model/ledger";
+import { reveal } from "./camera";
+import { ChainEdge } from "./ChainEdge";
+import { ChainNode } from "./ChainNode";
+import { cornersOf, linesOf, nodeSize, pictureSize } from "./geometry";
+import type { Graph } from "./graph";
+import { layOut } from "./layout";
+import { neighbour } from "./neighbour";
+import type { Traffic } from "./traffic";
+import { type CameraControl, useCamera } from "./useCamera";
+
+export interface ChainPictureProps {
+  graph: Graph;
+  /** By node. */
+  entries: readonly (Entry | undefined)[];
+  /** By edge. */
+  traffic: readonly (Traffic | null)[];
+  chosen: string | null;
+  onChoose: (key: string) => void;
+}
+
+/** The chain as a graph; has the keys + - Home and the arrows when it has the focus. */
+export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
+  const { graph, entries, traffic, chosen, onChoose } = props;
+  const layout = useMemo(() => layOut(graph), [graph]);
+  const corners = useMemo(() => cornersOf(layout), [layout]);
+  const lines = useMemo(() => linesOf(graph, corners), [graph, corners]);
+  const place = useRef<SVGSVGElement>(null);
+  const control = useCamera(place, pictureSize(layout));
+  const { camera } = control;
+
+  const focus = (node: number): void => {
+    const element = place.current?.querySelectorAll<SVGGElement>(".node")[node];
+    element?.focus({ preventScroll: true });
+  };
+  const show = (node: number): void => {
+    const seen = reveal(camera, { ...corners[node]!, ...nodeSize }, control.window);
+    if (seen !== camera) {
+      control.set(seen);
+    }
+  };
+  const onNodeKey = (event: KeyboardEvent, node: number): void => {
+    const next = neighbour(graph, layout, node, event.key);
+    if (event.key === "Enter" || event.key === " ") {
+      onChoose(graph.nodes[node]!.key);
+    } else if (next !== null) {
+      focus(next);
+    } else {
+      return;
+    }
+    event.preventDefault();
+    event.stopPropagation();
+  };
+
+  return (
+    <div class="chain-frame grow">
+      <svg
+        ref={place}
+        class="chain"
+        tabindex={0}
+        role="group"
+        aria-label="The chain: boards, blocks and what flows between them. Arrow keys move, plus and minus zoom, Home shows all."
+        onKeyDown={(event) => onKey(event, control)}
+        {...control.handlers}
+      >
+        <g transform={`scale(${camera.scale}) translate(${-camera.x} ${-camera.y})`}>
+          {graph.edges.map((edge, i) => (
+            <ChainEdge key={i} graph={graph} edge={edge} line={lines[i]!} traffic={traffic[i] ?? null} />
+          ))}
+          {graph.nodes.map((node, i) => (
+            <ChainNode
+              key={node.key}
+              node={node}
+              entry={entries[i]}
+              corner={corners[i]!}
+              isChosen={node.key === chosen}
+              onPress={() => onChoose(node.key)}
+              onKey={(event) => onNodeKey(event, i)}
+              onFocus={() => show(i)}
+            />
+          ))}
+        </g>
+      </svg>
+      <ZoomButtons control={control} />
+    </div>
+  );
+}
+
+function ZoomButtons({ control }: { control: CameraControl }): preact.JSX.Element {
+  return (
+    <div class="chain-zoom">
+      <button type="button" title="Zoom out (key -)" aria-label="Zoom out" onClick={() => control.zoomBy(1 / zoomStep)}>−</button>
+      <button type="button" title="Zoom in (key +)" aria-label="Zoom in" onClick={() => control.zoomBy(zoomStep)}>+</button>
+      <button type="button" title="Show all of it (key Home)" data-test="fit" onClick={() => control.set(null)}>Fit</button>
+    </div>
+  );
+}
+
+const zoomStep = 1.3;
+const panStep = 80;
+const actions: Record<string, (control: CameraControl) => void> = {
+  "+": (control) => control.zoomBy(zoomStep),
+  "=": (control) => control.zoomBy(zoomStep),
+  "-": (control) => control.zoomBy(1 / zoomStep),
+  ArrowLeft: (control) => control.panBy(panStep, 0),
+  ArrowRight: (control) => control.panBy(-panStep, 0),
+  ArrowUp: (control) => control.panBy(0, panStep),
+  ArrowDown: (control) => control.panBy(0, -panStep),
+  Home: (control) => control.set(null),
+};
+
+function onKey(event: KeyboardEvent, control: CameraControl): void {
+  const action = actions[event.key];
+  if (action !== undefined && !isTyping(event)) {
+    action(control);
+    event.preventDefault();
+  }
+}

@@ -1,0 +1,24 @@
+import type { JsonObject } from "../../server/answers";
+
+// What the server's words are called on the page.
+
+const fates: Record<string, string> = {
+  refused: "refused: numbers that can't be true",
+  dropped: "dropped: too many waited",
+  other: "of another kind, or no room to count",
+  full_queue: "dropped at full queues",
+};
+
+export function wordsOf(fate: string): string {
+  return fates[fate] ?? fate.replaceAll("_", " ");
+}
+
+const longest = 200;
+
+/** The shape's values by name, lists in one line. */
+export function shapeRows(shape: JsonObject): [string, string][] {
+  return Object.entries(shape).map(([name, value]) => {
+    const text = Array.isArray(value) ? value.map(String).join(", ") : typeof value === "string" ? value : JSON.stringify(value);
+    return [name.replaceAll("_", " "), text.length > longest ? `${text.slice(0, longest - 1)}…` : text];
+  });
+}

@@ -1,0 +1,130 @@
+import "./histograms.css";
+import { useRef } from "preact/hooks";
+import { parameter, setParameter } from "../../app/route";
+import { blocks } from "../../app/state";
+import { timeOfDay } from "../../app/format";
+import type { Calibration } from "../../analysis/calibration";
+import { calibrated, withError } from "../../analysis/resolution";
+import type { Span } from "../../charts/curves";
+import { type Block, ofType } from "../../model/blocks";
+import { useKept } from "../common/useKept";
+import { useKeys } from "../maps/useKeys";
+import { CalibrationPanel } from "./CalibrationPanel";
+import { ChannelPicker, stepped } from "./ChannelPicker";
+import { CurveList } from "./CurveList";
+import { rebinFactors, spanOf, spanText } from "./display";
+import { FilePanel } from "./FilePanel";
+import { drawingNotes, HistogramChart } from "./HistogramChart";
+import type { HistogramKind } from "./kinds";
+import { RegionsOf } from "./RegionsOf";
+import { storeCalibration } from "./store";
+import { type Curves, useCurves } from "./useCurves";
+import { Toolbar } from "./Toolbar";
+import { type Regions, useRegions } from "./useRegions";
+
+/** Histograms of one kind: chosen, looked at, analysed. */
+export function HistogramView({ kind }: { kind: HistogramKind }): preact.JSX.Element {
+  const known = blocks.value.value;
+  if (known === null) {
+    return <p class="faint">Waiting for the server to tell of its blocks …</p>;
+  }
+  const own = ofType(known, kind.blockType).filter(({ path }) => path !== "");
+  if (own.length === 0) {
+    return <p class="panel" data-test="none">{kind.whatToConfigure}</p>;
+  }
+  return <Histograms kind={kind} own={own} />;
+}
+
+function Histograms({ kind, own }: { kind: HistogramKind; own: readonly Block[] }): preact.JSX.Element {
+  const shown = useCurves(kind, own);
+  const regions = useRegions(shown);
+  const [look, setLook] = useKept("span");
+  const span = spanOf(look, shown.axis);
+  const isLog = parameter("log") === "1";
+  const factor = rebinFactors.find((known) => String(known) === parameter("rebin")) ?? 1;
+  const place = useRef<HTMLDivElement>(null);
+  const onSpan = (next: Span): void => setLook(spanText(next, shown.axis));
+  useHistogramKeys(shown, isLog, () => regions.markClearest(span));
+  return (
+    <div class="split histograms">
+      <div class="stack">
+        <Toolbar kind={kind} shown={shown} isLog={isLog} factor={factor} onWhole={() => onSpan(null)} />
+        <div class="panel grow place" ref={place}>
+          <HistogramChart {...{ kind, shown, regions, isLog, factor, span, onSpan }} />
+        </div>
+      </div>
+      <SidePanels kind={kind} own={own} shown={shown} regions={regions} span={span} place={() => place.current} />
+    </div>
+  );
+}
+
+interface SideProps {
+  kind: HistogramKind;
+  own: readonly Block[];
+  shown: Curves;
+  regions: Regions;
+  span: Span;
+  place: () => HTMLElement | null;
+}
+
+function SidePanels({ kind, own, shown, regions, span, place }: SideProps): preact.JSX.Element {
+  const { curves, analysed, axis, block } = shown;
+  const fitText = fitTextOf(regions, axis);
+  return (
+    <div class="stack side">
+      <section class="panel stack" aria-label="Curves">
+        <ChannelPicker blocks={own} selections={shown.selections} onChange={shown.choose} />
+        <CurveList {...{ curves, analysed, fitText }} onAnalyse={shown.analyse} onRemove={shown.remove} />
+        {drawingNotes(curves, axis).map((note) => <p class="warn" key={note}>{note}</p>)}
+      </section>
+      <RegionsOf kind={kind} shown={shown} regions={regions} span={span} />
+      {block !== undefined && (
+        <section class="panel">
+          <CalibrationPanel
+            key={block.path}
+            kind={kind}
+            blockName={block.name}
+            calibration={axis}
+            onChange={(next) => storeCalibration(block.path, next)}
+          />
+        </section>
+      )}
+      <FilePanel
+        title={kind.title}
+        curves={curves}
+        fitText={fitText}
+        axis={axis}
+        place={place}
+        canCopy={analysed !== undefined}
+        onCopy={() => keepCopy(shown)}
+        onLoad={shown.addCopies}
+      />
+    </div>
+  );
+}
+
+function keepCopy({ analysed, addCopies }: Curves): void {
+  if (analysed !== undefined) {
+    const { label, counts, calibration, path } = analysed;
+    addCopies([{ label: `${label} ${timeOfDay(Date.now())}`, counts, calibration, path }]);
+  }
+}
+
+function fitTextOf({ selected, reading }: Regions, axis: Calibration): string | null {
+  if (reading.fit === null) {
+    return null;
+  }
+  const { mean, resolution } = calibrated(reading.fit, axis);
+  const wide = resolution === null ? "" : `, resolution ${withError(resolution)} %`;
+  return `Fit of R${selected + 1}: ${withError(mean)} ${axis.unit}${wide}`;
+}
+
+function useHistogramKeys(shown: Curves, isLog: boolean, markClearest: () => void): void {
+  useKeys({
+    l: () => setParameter("log", isLog ? null : "1"),
+    f: () => shown.setFrozen(!shown.isFrozen),
+    n: () => shown.choose(stepped(shown.selections, 1)),
+    p: () => shown.choose(stepped(shown.selections, -1)),
+    m: markClearest,
+  });
+}

@@ -1,0 +1,107 @@
+import { short } from "../../app/format";
+import { curveColour } from "../../charts/curves";
+import { isDark } from "../../app/ThemeButton";
+import { type Judgement, judgementMarks, rule } from "./judgement";
+import { barLength, type RateRow } from "./rateRows";
+
+export interface RateBarsProps {
+  rows: readonly RateRow[];
+  isLog: boolean;
+  /** Channels whose history is shown. */
+  chosen: readonly number[];
+  onToggle: (channel: number) => void;
+}
+
+/** A row per channel with bars of its rates in and out. */
+export function RateBars(props: RateBarsProps): preact.JSX.Element {
+  const { rows, isLog, chosen, onToggle } = props;
+  const most = rows.reduce((highest, row) => Math.max(highest, row.in || 0, row.out || 0), 0);
+  return (
+    <>
+      <Verdict rows={rows} />
+      <div class="scroll grow">
+        <table class="bars" data-test="rates">
+          <thead>
+            <tr>
+              <th scope="col" title="Show its history">History</th>
+              <th scope="col">Channel</th>
+              <th scope="col" class="number">In / s</th>
+              <th scope="col" class="number">Out / s</th>
+              <th scope="col" class="wide">{isLog ? "In above out, logarithmic" : "In above out"}</th>
+            </tr>
+          </thead>
+          <tbody>
+            {rows.map((row) => (
+              <BarRow
+                key={row.channel}
+                row={row}
+                length={(rate) => barLength(rate, most, isLog)}
+                place={chosen.indexOf(row.channel)}
+                onToggle={() => onToggle(row.channel)}
+              />
+            ))}
+          </tbody>
+        </table>
+      </div>
+    </>
+  );
+}
+
+interface BarRowProps {
+  row: RateRow;
+  length: (rate: number) => number;
+  /** Among the channels whose history is shown; -1 when it isn't. */
+  place: number;
+  onToggle: () => void;
+}
+
+function BarRow({ row, length, place, onToggle }: BarRowProps): preact.JSX.Element {
+  return (
+    <tr class={row.judgement} data-test={`rate-${row.channel}`}>
+      <td>
+        <label class="touch">
+          <input type="checkbox" checked={place >= 0} onChange={onToggle} aria-label={`History of ${row.name}`} />
+          <span class="swatch" style={{ background: place < 0 ? "none" : curveColour(place, isDark.value) }} />
+        </label>
+      </td>
+      <th scope="row">
+        {row.name}
+        {row.judgement !== "" && <b class="mark">{` ${judgementMarks[row.judgement]} ${row.judgement}`}</b>}
+      </th>
+      <td class="number">{short(row.in)}</td>
+      <td class="number">{short(row.out)}</td>
+      <td class="wide">
+        <Bar kind="in" length={length(row.in)} />
+        <Bar kind="out" length={length(row.out)} />
+      </td>
+    </tr>
+  );
+}
+
+function Bar(props: { kind: "in" | "out"; length: number }): preact.JSX.Element {
+  return <span class={`bar ${props.length > 0 ? props.kind : ""}`} style={{ width: `${100 * props.length}%` }} />;
+}
+
+const kinds: readonly Judgement[] = ["dead", "blocked", "noisy"];
+const mostNames = 8;
+
+function Verdict(props: { rows: readonly RateRow[] }): preact.JSX.Element | null {
+  const { rows } = props;
+  if (rows.length === 0) {
+    return null;
+  }
+  const said = kinds.flatMap((kind) => {
+    const found = rows.filter((row) => row.judgement === kind).map((row) => row.name);
+    const more = found.length > mostNames ? ", …" : "";
+    return found.length === 0 ? [] : [`${found.length} ${kind}: ${found.slice(0, mostNames).join(", ")}${more}`];
+  });
+  const nothing = rows.every((row) => !(row.in > 0));
+  return (
+    <details class="verdict">
+      <summary data-test="rates-verdict" class={said.length > 0 || nothing ? "alarm" : "good"}>
+        {nothing ? "No channel counts." : said.length > 0 ? said.join("; ") : "No dead, blocked or noisy channel."}
+      </summary>
+      <p class="faint">{rule}</p>
+    </details>
+  );
+}

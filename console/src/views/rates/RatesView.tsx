@@ -1,0 +1,85 @@
+import "./rates.css";
+import { useMemo } from "preact/hooks";
+import { parameter, setParameter } from "../../app/route";
+import { blocks, now, server } from "../../app/state";
+import { usePolled } from "../../app/usePolled";
+import { type Block, ofType } from "../../model/blocks";
+import { formatChannels, parseChannels, toggled } from "../common/channelList";
+import { Freshness } from "../common/Freshness";
+import { optionsOf } from "./options";
+import { RateBars } from "./RateBars";
+import { RateControls } from "./RateControls";
+import { RateHistory } from "./RateHistory";
+import { rowsOf, sorted } from "./rateRows";
+import { latestCounts, tickOf } from "./rateTimes";
+import { getChannelNames, type KnownRates, ratesMs, useRates } from "./useRates";
+
+export function RatesView(): preact.JSX.Element {
+  const known = blocks.value.value;
+  if (known === null) {
+    return <p class="faint">{blocks.value.fault ?? "Waiting for the list of blocks …"}</p>;
+  }
+  const counters = ofType(known, "rate_counters_sink");
+  const chosen = counters.find((block) => block.path === parameter("block")) ?? counters[0];
+  if (chosen === undefined) {
+    return (
+      <p class="panel" data-test="rates-none">
+        No rates can be seen: put a block of type "rate_counters_sink" behind a source with the "data_type"
+        "rate_counters" into the configuration's "processing", and start the server anew.
+      </p>
+    );
+  }
+  return <RatesOf key={chosen.path} block={chosen} all={counters} />;
+}
+
+const namesMs = 30_000;
+const defaultChannels = "0-3";
+
+function RatesOf(props: { block: Block; all: readonly Block[] }): preact.JSX.Element {
+  const { block, all } = props;
+  const options = optionsOf(parameter);
+  const reading = useRates(block.path);
+  const names = usePolled(() => getChannelNames(server, block.path), namesMs, [block.path]).value ?? [];
+  const records = reading.value?.records ?? [];
+  const { tickNs } = options;
+  const tick = useMemo(() => (tickNs === null ? tickOf(records) : tickNs * 1e-9), [records, tickNs]);
+  const rows = useMemo(() => {
+    const counted = latestCounts(records, tick, options.seconds);
+    return counted === null ? [] : sorted(rowsOf(counted, names), options.order);
+  }, [records, tick, options.seconds, options.order, names]);
+  const channels = parseChannels(parameter("ch") ?? defaultChannels, rows.length);
+  return (
+    <div class="rates">
+      <section class="panel stack">
+        <RateControls all={all} chosen={block.path} options={options} tick={tick} />
+        <Silence known={reading.value} />
+        <RateBars
+          rows={rows}
+          isLog={options.isLog}
+          chosen={channels}
+          onToggle={(channel) => setParameter("ch", formatChannels(toggled(channels, channel)))}
+        />
+        <Freshness reading={reading} intervalMs={ratesMs} />
+      </section>
+      <section class="panel stack">
+        <RateHistory records={records} channels={channels} names={names} tick={tick} options={options} />
+      </section>
+    </div>
+  );
+}
+
+const silenceMs = 5_000;
+
+/** Answers go on though no record comes: rates that stand still must not look alive. */
+function Silence(props: { known: KnownRates | null }): preact.JSX.Element | null {
+  const { known } = props;
+  const age = now.value - (known?.newestAt ?? now.value);
+  if (known === null || age < silenceMs) {
+    return null;
+  }
+  const text =
+    known.records.length === 0
+      ? "No record has come yet: is the endpoint of the source enabled, and is the board started?"
+      : `No new record for ${Math.round(age / 1000)} s: these are the rates of then.`;
+  return <p class="alarm" role="alert" data-test="rates-silence">{text}</p>;
+}

@@ -1,0 +1,55 @@
+import type { Trace } from "../../server/scope";
+import { type Envelope, envelopeOf, sameTraces } from "./traces";
+import { crossingIn, type Trigger } from "./trigger";
+
+/** "run" shows every waveform, "triggered" those that trigger, "single" freezes with the first of them. */
+export type Mode = "run" | "triggered" | "single" | "frozen";
+
+/** What the screen shows, and why. */
+export interface Capture {
+  mode: Mode;
+  shown: readonly Trace[] | null;
+  /** When it came, as Date.now() tells. */
+  shownAt: number;
+  /** Where it triggered; -1 when it didn't. */
+  crossing: number;
+  /** All that was shown of analog samples since the last fit. */
+  seen: Envelope | null;
+  /** The last that was read, shown or not, and when it last differed from the one before. */
+  latest: readonly Trace[] | null;
+  changedAt: number;
+}
+
+export const nothingCaptured: Capture = {
+  mode: "run",
+  shown: null,
+  shownAt: 0,
+  crossing: -1,
+  seen: null,
+  latest: null,
+  changedAt: 0,
+};
+
+/** With traces that were read at this time. A waveform that is read again triggers only once. */
+export function captured(before: Capture, traces: readonly Trace[], trigger: Trigger, at: number): Capture {
+  const isNew = before.latest === null || !sameTraces(before.latest, traces);
+  const read = { ...before, latest: traces, changedAt: isNew ? at : before.changedAt };
+  const crossing = crossingIn(traces, trigger);
+  const isHeld = before.mode !== "run" && (crossing < 0 || !isNew);
+  if (before.mode === "frozen" || isHeld) {
+    return read;
+  }
+  return {
+    ...read,
+    mode: before.mode === "single" ? "frozen" : before.mode,
+    shown: traces,
+    shownAt: at,
+    crossing,
+    seen: envelopeOf(traces, before.seen),
+  };
+}
+
+/** With a scale that fits what is shown now. */
+export function refitted(capture: Capture): Capture {
+  return { ...capture, seen: envelopeOf(capture.shown ?? [], null) };
+}

@@ -1,0 +1,52 @@
+import type { Trace } from "../../server/scope";
+
+/** Names a trace in the address and in lists: "3" and "3.1" are analog, "3d0" is digital. */
+export function keyOf(trace: Trace): string {
+  if (trace.isDigital) {
+    return `${trace.channel}d${trace.index}`;
+  }
+  return trace.index === 0 ? String(trace.channel) : `${trace.channel}.${trace.index}`;
+}
+
+export function labelOf(trace: Trace): string {
+  return `Ch ${keyOf(trace)}`;
+}
+
+export function sameTraces(one: readonly Trace[], other: readonly Trace[]): boolean {
+  return one.length === other.length && one.every((trace, i) => sameTrace(trace, other[i]!));
+}
+
+function sameTrace(one: Trace, other: Trace): boolean {
+  if (keyOf(one) !== keyOf(other) || one.samples.length !== other.samples.length) {
+    return false;
+  }
+  for (let i = 0; i < one.samples.length; ++i) {
+    if (one.samples[i] !== other.samples[i]) {
+      return false;
+    }
+  }
+  return true;
+}
+
+/** True before the first waveform. */
+export function areAllZero(traces: readonly Trace[]): boolean {
+  return traces.every(({ samples }) => samples.every((sample) => sample === 0));
+}
+
+/** The least and the greatest sample. */
+export interface Envelope {
+  low: number;
+  high: number;
+}
+
+/** Of the analog traces, and of what was seen before; null of nothing. */
+export function envelopeOf(traces: readonly Trace[], before: Envelope | null): Envelope | null {
+  let { low, high } = before ?? { low: Infinity, high: -Infinity };
+  for (const { samples, isDigital } of traces) {
+    for (let i = 0; !isDigital && i < samples.length; ++i) {
+      low = samples[i]! < low ? samples[i]! : low;
+      high = samples[i]! > high ? samples[i]! : high;
+    }
+  }
+  return low <= high ? { low, high } : null;
+}

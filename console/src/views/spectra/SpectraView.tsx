@@ -1,0 +1,6 @@
+import { HistogramView } from "../histograms/HistogramView";
+import { spectra } from "../histograms/kinds";
+
+export function SpectraView(): preact.JSX.Element {
+  return <HistogramView kind={spectra} />;
+}

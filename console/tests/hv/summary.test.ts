@@ -1,0 +1,62 @@
+import { describe, expect, it } from "vitest";
+import type { BoardValue } from "../../src/server/tolerantValues";
+import { counted, rangeOf, summaryOf } from "../../src/views/hv/summary";
+
+const list = (name: string, ...values: string[]): BoardValue => ({ name, isArray: true, values });
+const single = (name: string, value: string): BoardValue => ({ name, isArray: false, values: [value] });
+
+describe("a board's high voltage at a glance", () => {
+  it("is that of its states and voltages", () => {
+    const values = [list("HVSet", "800", "700"), list("HVState", "on", "on"), list("HVVoltage", "799.9", "700.1")];
+    expect(summaryOf(values)).toEqual({ power: "on", text: "HVState 2 × on; HVVoltage 700.1 to 799.9" });
+  });
+
+  it.each([
+    ["on", ["on", "ON", "1", "true"]],
+    ["off", ["off", "Off", "0", "false"]],
+    ["changing", ["on", "off"]],
+    ["changing", ["ramp_up", "ramp_up"]],
+    ["changing", ["on", ""]],
+  ])("is %s of %j", (power, words) => {
+    expect(summaryOf([list("State", ...words)]).power).toBe(power);
+  });
+
+  it("takes the state of a whole board, too", () => {
+    expect(summaryOf([single("ChStatus", "on")])).toEqual({ power: "on", text: "ChStatus on" });
+  });
+
+  it("is unknown where no name tells of it, and where a list is empty", () => {
+    expect(summaryOf([])).toEqual({ power: "unknown", text: "" });
+    expect(summaryOf([single("Temperature", "36.6")])).toEqual({ power: "unknown", text: "" });
+    expect(summaryOf([list("HVState")])).toEqual({ power: "unknown", text: "HVState –" });
+  });
+});
+
+describe("counted words", () => {
+  it("stand in the order of their first channel", () => {
+    expect(counted(["ramp_up", "on", "ramp_up"])).toBe("2 × ramp_up, 1 × on");
+  });
+
+  it("show empty ones as a dash", () => {
+    expect(counted(["", "on"])).toBe("1 × –, 1 × on");
+    expect(counted([""])).toBe("–");
+    expect(counted([])).toBe("–");
+  });
+});
+
+describe("a range of values", () => {
+  it("is of numbers, not of texts", () => {
+    expect(rangeOf(["1000", "20.5", "-3"])).toBe("-3 to 1000");
+  });
+
+  it("is one value when all are the same", () => {
+    expect(rangeOf(["0.0", "0.0"])).toBe("0.0");
+    expect(rangeOf(["7"])).toBe("7");
+  });
+
+  it("leaves out what is no number", () => {
+    expect(rangeOf(["n/a", "", "5", "NaN", "Infinity"])).toBe("5");
+    expect(rangeOf(["n/a"])).toBe("–");
+    expect(rangeOf([])).toBe("–");
+  });
+});

@@ -1,0 +1,111 @@
+import { describe, expect, it } from "vitest";
+import { getBlocks, ofType, sizeOf } from "../../src/model/blocks";
+import { FlowTracker } from "../../src/model/flow";
+import { type Entry, getLedger, lossesOf } from "../../src/model/ledger";
+import { nextRunId, proposeRunId, runIdFault } from "../../src/model/runId";
+import { pulseOf } from "../../src/model/silence";
+
+const answering = (text: string): { ask: () => Promise<string> } => ({ ask: () => Promise.resolve(text) });
+
+const entry = (received: number, more: Partial<Entry> = {}): Entry => ({
+  name: "source0", type: "source", path: "p", received, waiting: 0, became: new Map([["decoded", received]]),
+  missing: 0, inHand: 0, made: received, inputs: [], outputs: [{ pushed: received, dropped: 0, waiting: 0 }], ...more,
+});
+const ledger = (...entries: Entry[]): { balanced: boolean; entries: Entry[] } => ({ balanced: true, entries });
+
+describe("The list of blocks", () => {
+  it("is read with links and shape", async () => {
+    const [block] = await getBlocks(
+      answering('{"blocks":[{"type":"spectrum","name":"s","path":"p/s","links":[{"from":"t","pin":1}],"outputs":0,"shape":{"channels":4,"bins":-1}}]}'),
+    );
+    expect(block).toEqual({ type: "spectrum", name: "s", path: "p/s", links: [{ from: "t", pin: 1 }], outputs: 0, shape: { channels: 4, bins: -1 } });
+    expect([sizeOf(block!, "channels"), sizeOf(block!, "bins"), sizeOf(block!, "none")]).toEqual([4, 0, 0]);
+    expect(ofType([block!], "image", "spectrum")).toHaveLength(1);
+    expect(ofType([block!], "image")).toHaveLength(0);
+  });
+});
+
+describe("The account", () => {
+  it("is read as the server writes it", async () => {
+    const read = await getLedger(
+      answering('{"ledger":{"balanced":true,"blocks":[{"became":{"left_out":0,"written":3},"in_hand":0,"inputs":[{"from":"rates_source1","pin":0,"taken":4}],"made":0,"missing":0,"name":"rates1","outputs":[],"path":"p","received":4,"type":"rate_counters_sink","waiting":1}],"time":"t"}}'),
+    );
+    expect(read).toEqual({
+      balanced: true,
+      entries: [{ name: "rates1", type: "rate_counters_sink", path: "p", received: 4, waiting: 1, became: new Map([["left_out", 0], ["written", 3]]),
+        missing: 0, inHand: 0, made: 0, inputs: [{ from: "rates_source1", pin: 0, taken: 4 }], outputs: [] }],
+    });
+  });
+
+  it("tells losses, those at full queues among them, and nothing else", () => {
+    const lossy = entry(10, {
+      became: new Map([["decoded", 5], ["refused", 5], ["dropped", 0], ["while_stopped", 7], ["cut", 8]]),
+      outputs: [{ pushed: 1, dropped: 2, waiting: 0 }, { pushed: 1, dropped: 3, waiting: 0 }],
+    });
+    expect([...lossesOf(lossy)]).toEqual([["refused", 5], ["full_queue", 5]]);
+  });
+});
+
+describe("The flow", () => {
+  it("is unknown at first, then what came between two accounts", () => {
+    const tracker = new FlowTracker();
+    expect(tracker.add(ledger(entry(100)), 1_000)).toEqual([{ rate: null, lossRate: null, lastData: 1_000, hasMoved: false }]);
+    expect(tracker.add(ledger(entry(300)), 3_000)).toEqual([{ rate: 100, lossRate: 0, lastData: 3_000, hasMoved: true }]);
+    expect(tracker.add(ledger(entry(300)), 4_000)).toEqual([{ rate: 0, lossRate: 0, lastData: 3_000, hasMoved: true }]);
+  });
+
+  it("counts losses a second", () => {
+    const tracker = new FlowTracker();
+    const losing = (n: number): Entry => entry(10, { outputs: [{ pushed: 0, dropped: n, waiting: 0 }] });
+    tracker.add(ledger(losing(1)), 0);
+    expect(tracker.add(ledger(losing(7)), 2_000)[0]!.lossRate).toBe(3);
+  });
+
+  it("begins anew with a server that was started anew, and with another chain", () => {
+    const tracker = new FlowTracker();
+    tracker.add(ledger(entry(100)), 0);
+    expect(tracker.add(ledger(entry(5)), 1_000)[0]).toEqual({ rate: null, lossRate: null, lastData: 1_000, hasMoved: false });
+    expect(tracker.add(ledger(entry(6, { name: "other" })), 2_000)[0]!.rate).toBeNull();
+  });
+
+  it("tells two blocks of one name apart", () => {
+    const tracker = new FlowTracker();
+    tracker.add(ledger(entry(0), entry(0)), 0);
+    expect(tracker.add(ledger(entry(1), entry(2)), 1_000).map(({ rate }) => rate)).toEqual([1, 2]);
+  });
+
+  it("has no rate where the clock stood still", () => {
+    const tracker = new FlowTracker();
+    tracker.add(ledger(entry(0)), 5);
+    expect(tracker.add(ledger(entry(1)), 5)[0]!.rate).toBeNull();
+  });
+});
+
+describe("A source", () => {
+  const flow = { rate: 0, lossRate: 0, lastData: 10_000, hasMoved: true };
+  it("that gave data just now is flowing", () => expect(pulseOf(flow, 12_999)).toEqual({ state: "flowing", text: "data flow" }));
+  it("that is silent says for how long", () => {
+    expect(pulseOf(flow, 22_000)).toEqual({ state: "quiet", text: "no data for 12 s" });
+    expect(pulseOf(flow, 10_000 + 150_000)).toEqual({ state: "quiet", text: "no data for 2 min" });
+  });
+  it("that never gave data since the page was opened says only that", () =>
+    expect(pulseOf({ ...flow, hasMoved: false }, 22_000)).toEqual({ state: "quiet", text: "no data, watched for 12 s" }));
+  it("that nothing is known of is waited for", () => {
+    expect(pulseOf(undefined, 0).state).toBe("waiting");
+    expect(pulseOf({ ...flow, rate: null }, 99_000).state).toBe("waiting");
+    expect(pulseOf({ ...flow, hasMoved: false }, 11_000).state).toBe("waiting");
+  });
+});
+
+describe("A run's id", () => {
+  it("is proposed from the date", () => expect(proposeRunId(new Date(2026, 2, 5), 7)).toBe("2026-03-05_007"));
+  it("is followed by the next number, as wide as it was", () => {
+    expect(["a_001", "a_099", "9", "a999", "run", ""].map(nextRunId)).toEqual(["a_002", "a_100", "10", "a1000", "run_2", "_2"]);
+  });
+  it("can be a folder's name, and nothing that leads elsewhere", () => {
+    expect(["12", "night 3", "a.b", "…"].map(runIdFault)).toEqual([null, null, null, null]);
+    for (const id of ["", "  ", "a/b", "..", ".", "a\\b", "a\0"]) {
+      expect(runIdFault(id)).not.toBeNull();
+    }
+  });
+});

@@ -1,0 +1,31 @@
+import { describe, expect, it } from "vitest";
+import { curvesOf } from "../../src/views/rates/rateCurves";
+import { record } from "./records";
+
+// A record a second, 1 ns a tick: channel 0 counts 10 a second, then 30; half of it comes out.
+const records = [0, 10, 20, 50, 80].map((count, i) => record(i * 1e9, i, [count, 7], [count / 2, 7]));
+const name = (channel: number): string => `c${channel}`;
+
+describe("the history of rates", () => {
+  it("has the rate over the span before each record", () => {
+    const set = curvesOf(records, [0], name, 1e-9, 1);
+    expect([...set.x]).toEqual([-3, -2, -1, 0]);
+    expect(set.curves.map(({ label }) => label)).toEqual(["c0 in", "c0 out"]);
+    expect(Array.from(set.curves[0]!.values)).toEqual([10, 10, 30, 30]);
+    expect(Array.from(set.curves[1]!.values)).toEqual([5, 5, 15, 15]);
+  });
+
+  it("is smoother over longer spans", () => {
+    expect(Array.from(curvesOf(records, [0], name, 1e-9, 2).curves[0]!.values)).toEqual([10, 10, 20, 30]);
+  });
+
+  it("leaves out channels that there aren't", () => {
+    const { curves } = curvesOf(records, [1, 2, 99], name, 1e-9, 1);
+    expect(curves.map(({ label }) => label)).toEqual(["c1 in", "c1 out"]);
+  });
+
+  it("is empty of no record, and of one", () => {
+    expect(curvesOf([], [0], name, 1e-9, 1)).toEqual({ x: new Float64Array(0), steps: false, curves: [] });
+    expect(curvesOf(records.slice(0, 1), [0], name, 1e-9, 1).x).toHaveLength(0);
+  });
+});

@@ -1,0 +1,92 @@
+import { afterEach, beforeEach, describe, expect, it, vi } from "vitest";
+import { faultOf, poll, type Reading } from "../../src/server/poll";
+import { Unreachable } from "../../src/server/RouteSocket";
+
+let asked: { answer: (value: string) => void; fail: (error: Error) => void }[];
+let told: Reading<string>[];
+let isHidden: boolean;
+const ask = (): Promise<string> => new Promise((answer, fail) => asked.push({ answer, fail }));
+const begin = (): (() => void) => poll(ask, { intervalMs: 200, hidden: () => isHidden }, (reading) => told.push(reading));
+const settle = (): Promise<unknown> => vi.advanceTimersByTimeAsync(0);
+
+beforeEach(() => {
+  vi.useFakeTimers();
+  vi.setSystemTime(1_000_000);
+  [asked, told, isHidden] = [[], [], false];
+});
+afterEach(() => vi.useRealTimers());
+
+describe("Polling", () => {
+  it("asks at once and then from question to question", async () => {
+    begin();
+    expect(asked).toHaveLength(1);
+    await vi.advanceTimersByTimeAsync(50);
+    asked[0]!.answer("a");
+    await settle();
+    expect(told).toEqual([{ value: "a", at: 1_000_050, fault: null }]);
+    await vi.advanceTimersByTimeAsync(149);
+    expect(asked).toHaveLength(1);
+    await vi.advanceTimersByTimeAsync(1);
+    expect(asked).toHaveLength(2);
+  });
+
+  it("never asks before the question before is answered", async () => {
+    begin();
+    await vi.advanceTimersByTimeAsync(60_000);
+    expect(asked).toHaveLength(1);
+    asked[0]!.answer("late");
+    await settle();
+    expect(asked).toHaveLength(2);
+  });
+
+  it("keeps the last good reading with its time beside a fault, and goes on after a second", async () => {
+    begin();
+    asked[0]!.answer("a");
+    await vi.advanceTimersByTimeAsync(200);
+    asked[1]!.fail(new Unreachable("no connection"));
+    await settle();
+    expect(told.at(-1)).toEqual({ value: "a", at: 1_000_000, fault: "The server can't be reached: no connection." });
+    await vi.advanceTimersByTimeAsync(999);
+    expect(asked).toHaveLength(2);
+    await vi.advanceTimersByTimeAsync(1);
+    asked[2]!.answer("b");
+    await settle();
+    expect(told.at(-1)).toEqual({ value: "b", at: 1_001_200, fault: null });
+  });
+
+  it("asks only every ten seconds while nobody looks", async () => {
+    isHidden = true;
+    begin();
+    asked[0]!.answer("a");
+    await vi.advanceTimersByTimeAsync(9_999);
+    expect(asked).toHaveLength(1);
+    await vi.advanceTimersByTimeAsync(1);
+    expect(asked).toHaveLength(2);
+  });
+
+  it("asks and tells nothing once it is stopped", async () => {
+    const stop = begin();
+    stop();
+    asked[0]!.answer("a");
+    await vi.advanceTimersByTimeAsync(60_000);
+    expect(asked).toHaveLength(1);
+    expect(told).toEqual([]);
+  });
+
+  it("stops also between two questions", async () => {
+    const stop = begin();
+    asked[0]!.answer("a");
+    await settle();
+    stop();
+    await vi.advanceTimersByTimeAsync(60_000);
+    expect(asked).toHaveLength(1);
+  });
+});
+
+describe("A fault", () => {
+  it("is what an error says, whatever was thrown", () => {
+    expect(faultOf(new Error("x"))).toBe("x");
+    expect(faultOf("y")).toBe("y");
+    expect(faultOf(undefined)).toBe("undefined");
+  });
+});
