@@ -132,9 +132,11 @@ quint64 Road::Lost() const {
     for (const PinCounts& output : entry.outputs) {
       lost += output.dropped;
     }
-    for (const Fate fate : {Fate::DroppedFull, Fate::NotWritten, Fate::WhileStopped, Fate::WhilePaused,
-                            Fate::Refused, Fate::Other}) {
+    for (const Fate fate : {Fate::DroppedFull, Fate::NotWritten, Fate::WhilePaused, Fate::Refused, Fate::Other}) {
       lost += entry.account.fates[fate];
+    }
+    if (entry.type != QLatin1String("oscilloscope")) {  // that books what it shows but doesn't record
+      lost += entry.account.fates[Fate::WhileStopped];
     }
   }
   return lost;
