@@ -1,6 +1,10 @@
 import { inUnits } from "./support/reading";
 import { expect, test } from "./support/test";
 
+interface Trace {
+  data: number[];
+}
+
 interface Rates {
   rates_in: number[];
   rates_out: number[];
@@ -8,7 +12,12 @@ interface Rates {
 
 const inMain = (selector: string): string => `main ${selector}`;
 
-test("every channel of the rate counters has its row and its name", async ({ acquisition: _, site, page, client }) => {
+test("every channel of the rate counters has its row and its name", async ({
+  acquisition: _,
+  site,
+  page,
+  client,
+}) => {
   await page.goto(`${site.url}#/rates`);
   const path = "processing/0/filter_chain/rates1/chain/rates1";
   await page.locator(inMain("[data-test=rates] tbody tr")).first().waitFor();
@@ -19,12 +28,18 @@ test("every channel of the rate counters has its row and its name", async ({ acq
   await expect.poll(async () => (await rows.allInnerTexts()).map((text) => text.split(/\s/)[0])).toEqual(names);
 });
 
-test("the rates since the start are those of the latest record", async ({ acquisition: _, site, page, client }) => {
+test("the rates since the start are those of the latest record", async ({
+  acquisition: _,
+  site,
+  page,
+  client,
+}) => {
   await page.goto(`${site.url}#/rates?over=start`);
   await page.locator(inMain("[data-test=rates] tbody tr")).first().waitFor();
   await client.stopBoards();
   const path = "processing/0/filter_chain/rates1/chain/rates1";
-  const { rates_in: ins, rates_out: outs } = await client.sink<Rates>(path, { cmd: "get_data", source: "immediate" });
+  const latest = { cmd: "get_data", source: "immediate" };
+  const { rates_in: ins, rates_out: outs } = await client.sink<Rates>(path, latest);
   for (const [channel, rate] of ins.entries()) {
     const cells = page.locator(inMain(`[data-test=rate-${channel}] td.number`));
     await expect.poll(async () => isNear(inUnits(await cells.first().innerText()), rate)).toBe(true);
@@ -37,10 +52,15 @@ function isNear(shown: number, rate: number): boolean {
   return Math.abs(shown - rate) <= 0.006 * Math.abs(rate);
 }
 
-test("the oscilloscope's traces are the server's, sample by sample", async ({ acquisition: _, site, page, client }) => {
+test("the oscilloscope's traces are the server's, sample by sample", async ({
+  acquisition: _,
+  site,
+  page,
+  client,
+}) => {
   await page.goto(`${site.url}#/scope?ch=0-2`);
   const traces = async (): Promise<number[][]> =>
-    (JSON.parse(await client.ask("scope1", { cmd: "require_data" })) as { data: number[] }[]).map(({ data }) => data);
+    (JSON.parse(await client.ask("scope1", { cmd: "require_data" })) as Trace[]).map(({ data }) => data);
   const values = page.locator("[data-test=scope-traces] [data-test=value]");
   // An analog and three digital ones of each channel.
   await expect.poll(() => values.count()).toBe(12);
@@ -54,7 +74,8 @@ test("the oscilloscope's traces are the server's, sample by sample", async ({ ac
     await expect.poll(async () => {
       const sample = Number(/sample (\d+)/.exec(await cursor.innerText())?.[1] ?? NaN);
       const shown = (await values.allInnerTexts()).map(Number);
-      return shown.length === expected.length && expected.every((trace, i) => Math.abs(trace[sample]! - shown[i]!) < 1e-6);
+      const isShown = (trace: number[], i: number): boolean => Math.abs(trace[sample]! - shown[i]!) < 1e-6;
+      return shown.length === expected.length && expected.every(isShown);
     }).toBe(true);
   }
 });
@@ -73,10 +94,16 @@ test("the high voltage shows the values that were set", async ({ acquisition: _,
   }).toEqual(set);
 });
 
-test("high voltage goes on and off by clicks, after a confirmation that names the board", async ({ acquisition: _, site, page, client }) => {
+test("high voltage goes on and off by clicks, after a confirmation that names the board", async ({
+  acquisition: _,
+  site,
+  page,
+  client,
+}) => {
   await page.goto(`${site.url}#/hv`);
+  const query = { args: [{ cmd: "get_all_ch_values", param: "all" }] };
   const state = async (): Promise<string> =>
-    /"HVState":\[([^\]]*)\]/.exec(await client.ask("hv1", { args: [{ cmd: "get_all_ch_values", param: "all" }] }))?.[1] ?? "";
+    /"HVState":\[([^\]]*)\]/.exec(await client.ask("hv1", query))?.[1] ?? "";
   const before = await state();
   await page.locator("[data-test=hv-on-BOARD1]").click();
   const dialog = page.locator("dialog[open]");

@@ -44,7 +44,8 @@ test("a block's account is what the server counted", async ({ acquisition: _, si
   await client.stopBoards();
   for (const name of ["source0", "tee0", "spectrum0", "sorter1", "rates1", "scope1", "dumper1"]) {
     await page.locator(`[data-test=node][data-name=${name}]`).click();
-    await expect.poll(async () => figuresOf(page)).toEqual(figuresIn((await client.ledger()).filter((one) => one.name === name)[0]!));
+    const entry = (await client.ledger()).find((one) => one.name === name)!;
+    await expect.poll(() => figuresOf(page)).toEqual(figuresIn(entry));
   }
 });
 
@@ -59,7 +60,8 @@ function figuresIn(entry: LedgerEntry): Record<string, number> {
   const { received, waiting, became, made, missing, outputs } = entry;
   const passedOn = outputs.length > 0 ? made : 0;
   const dropped = sum(outputs.map((output) => output.dropped));
-  return { received, waiting, sum: received + waiting + sum(Object.values(became)) + missing + passedOn + dropped };
+  const all = [received, waiting, ...Object.values(became), missing, passedOn, dropped];
+  return { received, waiting, sum: sum(all) };
 }
 
 function sum(numbers: number[]): number {
@@ -82,10 +84,15 @@ test("drops and queues that nobody empties are said in words at their edges", as
   expect(await edge("fine").getAttribute("data-trouble")).toBeNull();
   expect(await page.locator("text.trouble").allInnerTexts()).toHaveLength(2);
   await page.locator("[data-test=node][data-name=overrun]").click();
-  await expect.poll(() => page.locator("[data-test=account] .alarm").first().innerText()).toContain("dropped at full queues");
+  const loss = page.locator("[data-test=account] .alarm").first();
+  await expect.poll(() => loss.innerText()).toContain("dropped at full queues");
 });
 
-test("the keyboard alone reaches a block, chooses it, and the address keeps it", async ({ acquisition: _, site, page }) => {
+test("the keyboard alone reaches a block, chooses it, and the address keeps it", async ({
+  acquisition: _,
+  site,
+  page,
+}) => {
   await page.goto(`${site.url}#/chain`);
   await page.locator("[data-test=node][data-name=source0]").focus();
   await page.keyboard.press("ArrowRight");

@@ -1,9 +1,5 @@
-import type { Page } from "playwright-core";
 import { expect, test } from "./support/test";
-
-const views = ["overview", "spectra", "times", "position", "image", "scope", "rates", "hv", "chain"];
-
-const shownView = (page: Page): Promise<string | null> => page.locator("main").getAttribute("data-view");
+import { chooseView, shownView, views } from "./support/views";
 
 test("the page opens on the overview, and data flow", async ({ acquisition: _, site, page }) => {
   await page.goto(site.url);
@@ -12,11 +8,14 @@ test("the page opens on the overview, and data flow", async ({ acquisition: _, s
   expect(await page.locator("[data-test=unreachable]").count()).toBe(0);
 });
 
-test("the digits choose the views, the address keeps them, and back goes back", async ({ acquisition: _, site, page }) => {
+test("the digits choose the views, the address keeps them, and back goes back", async ({
+  acquisition: _,
+  site,
+  page,
+}) => {
   await page.goto(site.url);
-  for (const [i, view] of [...views.entries()].reverse()) {
-    await page.keyboard.press(String(i + 1));
-    await expect.poll(() => shownView(page)).toBe(view);
+  for (const view of [...views].reverse()) {
+    await chooseView(page, view);
   }
   await page.goBack();
   await expect.poll(() => shownView(page)).toBe("spectra");

@@ -1,7 +1,12 @@
 import { numberIn, shownNumber } from "./support/reading";
 import { expect, test } from "./support/test";
 
-test("the overview's sources have received what the ledger says", async ({ acquisition: _, site, page, client }) => {
+test("the overview's sources have received what the ledger says", async ({
+  acquisition: _,
+  site,
+  page,
+  client,
+}) => {
   await page.goto(site.url);
   await page.locator("[data-test=sources] tbody tr").first().waitFor();
   await client.stopBoards();
@@ -10,11 +15,17 @@ test("the overview's sources have received what the ledger says", async ({ acqui
   expect(await page.locator("[data-test=sources] tbody tr").count()).toBe(sources.length);
   for (const { name, received } of sources) {
     expect(received).toBeGreaterThan(0);
-    await expect.poll(() => shownNumber(page.locator(`[data-test=source-${name}] [data-test=received]`))).toBe(received);
+    const shown = page.locator(`[data-test=source-${name}] [data-test=received]`);
+    await expect.poll(() => shownNumber(shown)).toBe(received);
   }
 });
 
-test("a source whose board gives nothing more is said to be silent", async ({ acquisition: _, site, page, client }) => {
+test("a source whose board gives nothing more is said to be silent", async ({
+  acquisition: _,
+  site,
+  page,
+  client,
+}) => {
   await page.goto(site.url);
   const pulse = page.locator("[data-test=source-source0] [data-test=pulse]");
   await expect.poll(() => pulse.getAttribute("class")).toBe("good");
@@ -32,5 +43,6 @@ test("the live spectrum leads to the same channel in the spectra", async ({ acqu
   await expect.poll(() => live.getByRole("heading").innerText()).toMatch(/channel [1-9]/);
   const channel = numberIn((await live.getByRole("heading").innerText()).replace(/.*channel /, ""));
   await live.getByRole("link").click();
-  await expect.poll(() => page.locator("[data-test=curves] tbody").innerText()).toMatch(new RegExp(`spectrum0 · ch ${channel}\\b`));
+  const curves = page.locator("[data-test=curves] tbody");
+  await expect.poll(() => curves.innerText()).toMatch(new RegExp(`spectrum0 · ch ${channel}\\b`));
 });

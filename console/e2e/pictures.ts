@@ -22,9 +22,16 @@ const scenes: Record<string, string> = {
   chain: "#/chain?block=sorter1",
 };
 
+const counting = [
+  "board0/chain/spectrum0",
+  "board0/chain/image0",
+  "board1/chain/spectrum1",
+  "board1/chain/position1",
+];
+
 /** Until there is something to see. */
 async function prepare(client: Client): Promise<void> {
-  for (const path of ["board0/chain/spectrum0", "board0/chain/image0", "board1/chain/spectrum1", "board1/chain/position1"]) {
+  for (const path of counting) {
     await client.sink(`${chain}/${path}`, { cmd: "run_control", status: "freerun" });
   }
   const counted = async (name: string): Promise<number> =>

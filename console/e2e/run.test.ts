@@ -31,7 +31,11 @@ function storedEvents(folder: string): number {
   }
 }
 
-test("a whole run is taken by clicks, and its files hold what the page said", async ({ acquisition, site, page }) => {
+test("a whole run is taken by clicks, and its files hold what the page said", async ({
+  acquisition,
+  site,
+  page,
+}) => {
   await page.goto(site.url);
   await begin(page, "by-clicks");
   await expect.poll(() => status(page)).toBe("recording");

@@ -1,7 +1,12 @@
 import type { Page, WebSocketRoute } from "playwright-core";
 
 /** The answer to a query; undefined leaves it unanswered. */
-export type Answers = (query: { cmd?: string; path?: string }, route: string) => string | undefined | Promise<string>;
+export type Answers = (query: Query, route: string) => string | undefined | Promise<string>;
+
+interface Query {
+  cmd?: string;
+  path?: string;
+}
 
 /** Answers the page in the server's place. To be called before the page is opened. */
 export async function fakeServer(page: Page, answers: Answers): Promise<void> {
@@ -49,7 +54,9 @@ export function chainAnswers(blocks: FakeBlock[], received: () => number): Answe
       case "get_run_info":
         return "[]";
       case "get_ledger":
-        return JSON.stringify({ ledger: { balanced: true, blocks: blocks.map((block) => entryOf(block, path(block), received())) } });
+        return JSON.stringify({
+          ledger: { balanced: true, blocks: blocks.map((block) => entryOf(block, path(block), received())) },
+        });
       default:
         return "";
     }
@@ -68,6 +75,9 @@ function entryOf(block: FakeBlock, path: string, received: number): object {
     in_hand: 0,
     made: block.type === "source" ? received : 0,
     inputs: block.from === undefined ? [] : [{ from: block.from, pin: 0, taken: received }],
-    outputs: block.type === "source" ? [{ pushed: received, taken: received, dropped: 0, waiting: 0, ...block.queue?.() }] : [],
+    outputs:
+      block.type === "source"
+        ? [{ pushed: received, taken: received, dropped: 0, waiting: 0, ...block.queue?.() }]
+        : [],
   };
 }

@@ -1,7 +1,9 @@
-import { resolve } from "node:path";
+import { dirname, resolve } from "node:path";
+import { fileURLToPath } from "node:url";
 
-const console = resolve(import.meta.dirname, "../..");
-const place = (variable: string, usual: string): string => resolve(process.env[variable] ?? resolve(console, usual));
+const console = resolve(dirname(fileURLToPath(import.meta.url)), "../..");
+const place = (variable: string, usual: string): string =>
+  resolve(process.env[variable] ?? resolve(console, usual));
 
 /** Where things are; each can be elsewhere, as the environment tells. */
 export const places = {

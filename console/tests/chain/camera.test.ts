@@ -33,7 +33,8 @@ describe("the camera", () => {
     const camera = { x: 0, y: 0, scale: 1 };
     expect(reveal(camera, { x: 10, y: 10, width: 50, height: 50 }, window)).toBe(camera);
     expect(reveal(camera, { x: 380, y: 10, width: 50, height: 50 }, window)).toEqual({ x: 30, y: 0, scale: 1 });
-    expect(reveal(camera, { x: -30, y: 300, width: 50, height: 50 }, window)).toEqual({ x: -30, y: 150, scale: 1 });
+    const corner = { x: -30, y: 300, width: 50, height: 50 };
+    expect(reveal(camera, corner, window)).toEqual({ x: -30, y: 150, scale: 1 });
     expect(reveal(camera, { x: 90, y: 0, width: 900, height: 50 }, window)).toEqual({ x: 90, y: 0, scale: 1 });
   });
 

@@ -7,7 +7,8 @@ test("no blocks make no graph", () => {
 });
 
 test("a board stands behind the blocks, once for all that name it", () => {
-  const graph = graphOf([block("source", "s0", [], "B0"), block("source", "s1", [], "B0"), block("hv", "h", [], "B0")]);
+  const sources = [block("source", "s0", [], "B0"), block("source", "s1", [], "B0")];
+  const graph = graphOf([...sources, block("hv", "h", [], "B0")]);
   expect(graph.nodes.map((node) => node.name)).toEqual(["s0", "s1", "h", "B0"]);
   expect(graph.nodes[3]!.block).toBeNull();
   expect(graph.edges).toEqual([

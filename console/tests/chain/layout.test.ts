@@ -15,7 +15,7 @@ function expectNoOverlap(layout: Layout): void {
 /** A graph of blocks by pairs of indices. */
 function graphWith(count: number, pairs: [number, number][]): Graph {
   return {
-    nodes: Array.from({ length: count }, (_, i) => ({ block: block("tee", `b${i}`), name: `b${i}`, key: `b${i}`, unlinked: 0 })),
+    nodes: graphOf(Array.from({ length: count }, (_, i) => block("tee", `b${i}`))).nodes,
     edges: pairs.map(([from, to], input) => ({ from, to, pin: 0, input })),
   };
 }
@@ -35,13 +35,15 @@ describe("the layout of a chain", () => {
   });
 
   test("puts a tee in the middle of what follows, in the order of its outputs", () => {
-    const layout = layOut(graphOf([block("tee", "t"), block("x", "second", ["t:1"]), block("x", "first", ["t:0"]), block("x", "third", ["t:2"])]));
+    const followers = [block("x", "second", ["t:1"]), block("x", "first", ["t:0"]), block("x", "third", ["t:2"])];
+    const layout = layOut(graphOf([block("tee", "t"), ...followers]));
     expect(layout.places.map(({ row }) => row)).toEqual([1, 1, 0, 2]);
     expect(layout.places.map(({ layer }) => layer)).toEqual([1, 2, 2, 2]);
   });
 
   test("puts what joins two ways right of the longer one", () => {
-    const layout = layOut(graphOf([block("tee", "t"), block("x", "a", ["t:0"]), block("x", "b", ["a:0"]), block("join", "j", ["t:1", "b:0"])]));
+    const longer = [block("x", "a", ["t:0"]), block("x", "b", ["a:0"])];
+    const layout = layOut(graphOf([block("tee", "t"), ...longer, block("join", "j", ["t:1", "b:0"])]));
     expect(layout.places.map(({ layer }) => layer)).toEqual([1, 2, 3, 4]);
     expectNoOverlap(layout);
   });
@@ -84,12 +86,13 @@ describe("the layout of a chain", () => {
       state = (state * 48271) % 2147483647;
       return state % below;
     };
-    const blocks = Array.from({ length: 300 }, (_, i) =>
-      block("tee", `b${i}`, i === 0 ? [] : Array.from({ length: 1 + random(3) }, () => `b${random(i)}:${random(4)}`), i % 50 === 0 ? "B" : ""),
-    );
+    const links = (i: number): string[] =>
+      i === 0 ? [] : Array.from({ length: 1 + random(3) }, () => `b${random(i)}:${random(4)}`);
+    const blocks = Array.from({ length: 300 }, (_, i) => block("tee", `b${i}`, links(i), i % 50 === 0 ? "B" : ""));
     const graph = graphOf(blocks);
     const layout = layOut(graph);
     expectNoOverlap(layout);
-    graph.edges.forEach(({ from, to }) => expect(layout.places[to]!.layer).toBeGreaterThan(layout.places[from]!.layer));
+    const { places } = layout;
+    graph.edges.forEach(({ from, to }) => expect(places[to]!.layer).toBeGreaterThan(places[from]!.layer));
   });
 });

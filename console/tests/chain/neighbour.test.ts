@@ -5,7 +5,13 @@ import { neighbour } from "../../src/views/chain/neighbour";
 import { block } from "./chainOf";
 
 // 0 feeds 1, 2 and 3, from top to bottom 2, 1, 3; 4 stands alone; 5 is the board of 0.
-const graph = graphOf([block("source", "s", [], "B"), block("x", "a", ["s:1"]), block("x", "b", ["s:0"]), block("x", "c", ["s:2"]), block("x", "alone")]);
+const graph = graphOf([
+  block("source", "s", [], "B"),
+  block("x", "a", ["s:1"]),
+  block("x", "b", ["s:0"]),
+  block("x", "c", ["s:2"]),
+  block("x", "alone"),
+]);
 const layout = layOut(graph);
 
 test.each([

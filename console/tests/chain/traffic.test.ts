@@ -40,7 +40,7 @@ describe("the traffic on the edges", () => {
     expect(trafficOf(graph, account(9, 4, 5, 0), account(4, 4, 0, 0), 1)[1]?.standsStill).toBe(false);
   });
 
-  test("isn't known of blocks without an account, of high voltage, and of inputs that the account doesn't have", () => {
+  test("isn't known of blocks without an account, of high voltage, and of inputs that it doesn't have", () => {
     const odd = graphOf([block("hv", "v", [], "B"), ...blocks]);
     expect(trafficOf(odd, [undefined, entry("s", { type: "source" }), entry("h")], null, 1)).toEqual([
       null,

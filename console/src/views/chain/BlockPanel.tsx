@@ -39,6 +39,7 @@ export function BlockPanel({ node, entry, flow }: BlockPanelProps): preact.JSX.E
 
 function AccountOf({ entry, rate }: { entry: Entry; rate: number | null }): preact.JSX.Element {
   const losses = lossesOf(entry);
+  const fullQueue = losses.get("full_queue") ?? 0;
   return (
     <>
       <h3>Records since the server started</h3>
@@ -50,7 +51,7 @@ function AccountOf({ entry, rate }: { entry: Entry; rate: number | null }): prea
         <Figure name="waiting inside" value={entry.waiting} />
         <Figure name="missing" value={entry.missing} isLoss={entry.missing !== 0} />
         {entry.outputs.length > 0 && <Figure name="passed on" value={entry.made} />}
-        <Figure name={wordsOf("full_queue")} value={losses.get("full_queue") ?? 0} isLoss={losses.has("full_queue")} />
+        <Figure name={wordsOf("full_queue")} value={fullQueue} isLoss={fullQueue > 0} />
         <dt>received a second</dt>
         <dd>{rate === null ? "–" : short(rate)}</dd>
       </dl>
@@ -58,7 +59,8 @@ function AccountOf({ entry, rate }: { entry: Entry; rate: number | null }): prea
   );
 }
 
-function Figure({ name, value, isLoss = false }: { name: string; value: number; isLoss?: boolean }): preact.JSX.Element {
+function Figure(props: { name: string; value: number; isLoss?: boolean }): preact.JSX.Element {
+  const { name, value, isLoss = false } = props;
   return (
     <>
       <dt class={isLoss ? "alarm" : undefined}>{isLoss ? `⚠ ${name}` : name}</dt>

@@ -21,7 +21,14 @@ export function ChainEdge({ graph, edge, line, traffic }: ChainEdgeProps): preac
   // On the side that the line doesn't come from.
   const [near, far] = line.from.y < y ? [y + 19, y + 36] : [y - 8, y - 25];
   return (
-    <g class={`edge ${kind}`} data-test="edge" data-from={from} data-to={to} data-input={edge.input} data-trouble={trouble}>
+    <g
+      class={`edge ${kind}`}
+      data-test="edge"
+      data-from={from}
+      data-to={to}
+      data-input={edge.input}
+      data-trouble={trouble}
+    >
       <path d={curve(line)} stroke-width={widthOf(rate)} />
       {traffic !== null && (
         <text x={x - 8} y={near} text-anchor="end" data-test="rate">

@@ -61,7 +61,7 @@ export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
         class="chain"
         tabindex={0}
         role="group"
-        aria-label="The chain: boards, blocks and what flows between them. Arrow keys move, plus and minus zoom, Home shows all."
+        aria-label={description}
         onKeyDown={(event) => onKey(event, control)}
         {...control.handlers}
       >
@@ -88,12 +88,21 @@ export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
   );
 }
 
+const description =
+  "The chain: boards, blocks and what flows between them. Arrow keys move, plus and minus zoom, Home shows all.";
+
 function ZoomButtons({ control }: { control: CameraControl }): preact.JSX.Element {
   return (
     <div class="chain-zoom">
-      <button type="button" title="Zoom out (key -)" aria-label="Zoom out" onClick={() => control.zoomBy(1 / zoomStep)}>−</button>
-      <button type="button" title="Zoom in (key +)" aria-label="Zoom in" onClick={() => control.zoomBy(zoomStep)}>+</button>
-      <button type="button" title="Show all of it (key Home)" data-test="fit" onClick={() => control.set(null)}>Fit</button>
+      <button type="button" title="Key -" aria-label="Zoom out" onClick={() => control.zoomBy(1 / zoomStep)}>
+        −
+      </button>
+      <button type="button" title="Key +" aria-label="Zoom in" onClick={() => control.zoomBy(zoomStep)}>
+        +
+      </button>
+      <button type="button" title="Key Home" data-test="fit" onClick={() => control.set(null)}>
+        Fit
+      </button>
     </div>
   );
 }

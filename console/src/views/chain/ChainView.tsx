@@ -22,8 +22,8 @@ export function ChainView(): preact.JSX.Element {
         <p class="faint">Waiting for the list of blocks …</p>
       ) : known.length === 0 ? (
         <p data-test="no-blocks">
-          The configuration makes no block. Add boards to its "Hardware" and chains of blocks to its "processing", then
-          start the server anew.
+          The configuration makes no block. Add boards to its "Hardware" and chains of blocks to its "processing",
+          then start the server anew.
         </p>
       ) : (
         <Chain all={known} />
@@ -50,7 +50,9 @@ function Chain({ all }: { all: Block[] }): preact.JSX.Element {
           {now?.value?.ledger.entries.some((entry) => entry.missing !== 0) && (
             <span class="alarm">Records are missing in the account: a fault of the server.</span>
           )}
-          {all.length > maxBlocks && <span class="warn">{`Drawn are the first ${maxBlocks} of ${all.length} blocks.`}</span>}
+          {all.length > maxBlocks && (
+            <span class="warn">{`Drawn are the first ${maxBlocks} of ${all.length} blocks.`}</span>
+          )}
         </div>
         <ChainPicture graph={graph} entries={entries} traffic={traffic} chosen={chosen} onChoose={choose} />
       </div>
@@ -69,7 +71,11 @@ function BlockChooser({ graph, chosen }: { graph: Graph; chosen: string | null }
   return (
     <label>
       Block{" "}
-      <select data-test="block-chooser" value={chosen ?? ""} onChange={(event) => choose(event.currentTarget.value)}>
+      <select
+        data-test="block-chooser"
+        value={chosen ?? ""}
+        onChange={(event) => choose(event.currentTarget.value)}
+      >
         <option value="">none chosen</option>
         {graph.nodes.map((node) => (
           <option key={node.key} value={node.key}>{`${node.name} (${node.block?.type ?? "board"})`}</option>

@@ -68,5 +68,6 @@ export function parseCamera(text: string | null): Camera | null {
   if (x === undefined || y === undefined || scale === undefined || more.length > 0) {
     return null;
   }
-  return [x, y, scale].every((value) => Number.isFinite(value)) && scale > 0 ? { x, y, scale: clampScale(scale) } : null;
+  const isGood = [x, y, scale].every((value) => Number.isFinite(value)) && scale > 0;
+  return isGood ? { x, y, scale: clampScale(scale) } : null;
 }

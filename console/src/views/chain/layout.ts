@@ -16,8 +16,8 @@ export interface Layout {
 const treeGap = 0.3;
 
 /**
- * A node stands right of all that feed it, boards leftmost. Each node without a follower of its own has a row of its
- * own, and any other stands in the middle of its followers: so no two share a place.
+ * A node stands right of all that feed it, boards leftmost. Each node without a follower of its own has a row for
+ * itself, and any other stands in the middle of its followers: so no two share a place.
  */
 export function layOut(graph: Graph): Layout {
   const layers = layersOf(graph);

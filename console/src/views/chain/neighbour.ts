@@ -1,7 +1,7 @@
 import type { Graph } from "./graph";
 import type { Layout } from "./layout";
 
-/** The node that an arrow key leads to: along the first link, or up and down in the layer; null when there is none. */
+/** The node that an arrow key leads to: along the first link, or up and down in the layer; null for none. */
 export function neighbour(graph: Graph, layout: Layout, node: number, key: string): number | null {
   switch (key) {
     case "ArrowLeft":

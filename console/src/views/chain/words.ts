@@ -1,4 +1,4 @@
-import type { JsonObject } from "../../server/answers";
+import type { Json, JsonObject } from "../../server/answers";
 
 // What the server's words are called on the page.
 
@@ -15,10 +15,17 @@ export function wordsOf(fate: string): string {
 
 const longest = 200;
 
+function textOf(value: Json): string {
+  if (Array.isArray(value)) {
+    return value.map(String).join(", ");
+  }
+  return typeof value === "string" ? value : JSON.stringify(value);
+}
+
 /** The shape's values by name, lists in one line. */
 export function shapeRows(shape: JsonObject): [string, string][] {
   return Object.entries(shape).map(([name, value]) => {
-    const text = Array.isArray(value) ? value.map(String).join(", ") : typeof value === "string" ? value : JSON.stringify(value);
+    const text = textOf(value);
     return [name.replaceAll("_", " "), text.length > longest ? `${text.slice(0, longest - 1)}…` : text];
   });
 }

@@ -48,7 +48,7 @@ function RunFigures(props: { run: RunInfo }): preact.JSX.Element {
       <dt>rate</dt>
       <dd>{`${short(run.eventRate)} /s`}</dd>
       <dt>in the current file</dt>
-      <dd>{`${short(run.usedSpace)}B`}</dd>
+      <dd>{`${short(run.usedSpace)}${run.usedSpace < 1000 ? " " : ""}B`}</dd>
       {entry !== undefined && <Losses entry={entry} />}
     </dl>
   );
