@@ -4,7 +4,7 @@ import { tableText } from "../../analysis/csv";
 import { isDark } from "../../app/ThemeButton";
 import { download, fileName } from "../common/download";
 import { useAction } from "../common/useAction";
-import { useKeys } from "../maps/useKeys";
+import { useKeys } from "../common/useKeys";
 import { type Copy, copiesFromFile } from "./copies";
 import { binsOf, fitColour, onAxis, type ShownCurve } from "./display";
 import { type LegendEntry, pictureOf } from "./picture";

@@ -8,7 +8,7 @@ import { calibrated, withError } from "../../analysis/resolution";
 import type { Span } from "../../charts/curves";
 import { type Block, ofType } from "../../model/blocks";
 import { useKept } from "../common/useKept";
-import { useKeys } from "../maps/useKeys";
+import { useKeys } from "../common/useKeys";
 import { CalibrationPanel } from "./CalibrationPanel";
 import { ChannelPicker, stepped } from "./ChannelPicker";
 import { CurveList } from "./CurveList";

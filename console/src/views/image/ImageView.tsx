@@ -8,7 +8,7 @@ import { Choice } from "../maps/Choice";
 import { MapPanel } from "../maps/MapPanel";
 import { intervalOf } from "../maps/mapSettings";
 import { useFreeze } from "../maps/useFreeze";
-import { useKeys } from "../maps/useKeys";
+import { useKeys } from "../common/useKeys";
 
 type Source = "cumulative" | "immediate";
 const chosenSource = (): Source => (parameter("show") === "immediate" ? "immediate" : "cumulative");

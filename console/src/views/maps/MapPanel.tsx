@@ -16,7 +16,7 @@ import { PictureControls } from "./PictureControls";
 import { SaveButtons } from "./SaveButtons";
 import { ScaleControls, toggleLog } from "./ScaleControls";
 import type { Freezable } from "./useFreeze";
-import { useKeys } from "./useKeys";
+import { useKeys } from "../common/useKeys";
 import { type MapSubject, usePicture } from "./usePicture";
 
 export interface MapPanelProps {

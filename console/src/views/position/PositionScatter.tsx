@@ -13,7 +13,7 @@ import { MapPanel } from "../maps/MapPanel";
 import { intervalOf } from "../maps/mapSettings";
 import { columnsOf, countsOfPoints, noPoints, withNew } from "../maps/points";
 import { type Freezable, useFreeze } from "../maps/useFreeze";
-import { useKeys } from "../maps/useKeys";
+import { useKeys } from "../common/useKeys";
 import type { MapSubject } from "../maps/usePicture";
 import { columnsKey } from "./PositionMap";
 

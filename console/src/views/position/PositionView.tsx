@@ -2,7 +2,7 @@ import { parameter, setParameter } from "../../app/route";
 import type { Block } from "../../model/blocks";
 import { BlockChooser, chosenBlock, NoBlock } from "../maps/BlockChooser";
 import { Choice } from "../maps/Choice";
-import { useKeys } from "../maps/useKeys";
+import { useKeys } from "../common/useKeys";
 import { PositionMap } from "./PositionMap";
 import { PositionScatter } from "./PositionScatter";
 
