@@ -8,7 +8,7 @@ function limitFirstLoad(): Plugin {
   return {
     name: "limit-first-load",
     generateBundle(_, bundle) {
-      const parts = Object.values(bundle).filter((part) => part.type === "asset" || part.isEntry);
+      const parts = Object.values(bundle).filter((part) => part.type === "asset" || !part.isDynamicEntry);
       const bytes = parts
         .map((part) => gzipSync(part.type === "asset" ? part.source : part.code).length)
         .reduce((sum, size) => sum + size, 0);

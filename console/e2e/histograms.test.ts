@@ -35,5 +35,6 @@ test("a reset empties what is shown", async ({ acquisition: _, site, page }) => 
   await page.goto(`${site.url}#/spectra?show=${encodeURIComponent("spectrum1@0")}`);
   await countSomething(page, page.locator("[data-test=curves] [data-test=total]"));
   await page.getByRole("button", { name: "Reset", exact: true }).click();
+  await page.locator("[data-test=confirm-action]").click();
   await expect.poll(() => totals(page)).toEqual([0]);
 });

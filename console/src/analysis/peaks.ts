@@ -2,13 +2,18 @@ import type { Range } from "./region";
 
 // A window is compared with its two sides, each half as wide: what stands above both is a peak.
 
-/** The range about the peak that stands out most between the bins; null when none does. */
-export function clearestPeak(counts: ArrayLike<number>, { from, to }: Range): Range | null {
-  const below = runningSums(counts, from, to);
+/** The range about the peak that stands out most between the bins, but for those marked; null when none does. */
+export function clearestPeak(counts: ArrayLike<number>, within: Range, marked: readonly Range[] = []): Range | null {
+  const { from, to } = within;
+  const left = marked.length === 0 ? counts : levelled(counts, marked);
+  const below = runningSums(left, from, to);
   const sumOf = (a: number, b: number): number => below[b - from]! - below[a - from]!;
   let best = { clearness: leastClearness, centre: -1, half: 0 };
   for (const half of halfWidths((to - from + 1) / 8)) {
     for (let centre = from + 2 * half; centre + 2 * half <= to; ++centre) {
+      if (marked.some((range) => range.from < centre + half && centre - half <= range.to)) {
+        continue;
+      }
       const inner = sumOf(centre - half, centre + half);
       const side = Math.max(sumOf(centre - 2 * half, centre - half), sumOf(centre + half, centre + 2 * half));
       const clearness = (inner - 2 * side) / Math.sqrt(inner + 4 * side + 1);
@@ -17,7 +22,28 @@ export function clearestPeak(counts: ArrayLike<number>, { from, to }: Range): Ra
       }
     }
   }
-  return best.centre < 0 ? null : aroundPeak(counts, { from, to }, best.centre, best.half);
+  return best.centre < 0 ? null : aroundPeak(left, within, best.centre, best.half);
+}
+
+/** A straight line from edge to edge in the place of what is in each range. */
+function levelled(counts: ArrayLike<number>, ranges: readonly Range[]): Float64Array {
+  const level = Float64Array.from(counts);
+  for (const { from, to } of ranges) {
+    const edge = Math.max(1, Math.floor((to - from + 1) / 10));
+    const [left, right] = [meanOf(counts, from, edge), meanOf(counts, to - edge + 1, edge)];
+    for (let bin = from; bin <= to && bin < level.length; ++bin) {
+      level[bin] = left + ((right - left) * (bin - from)) / Math.max(1, to - from);
+    }
+  }
+  return level;
+}
+
+function meanOf(counts: ArrayLike<number>, from: number, bins: number): number {
+  let sum = 0;
+  for (let bin = from; bin < from + bins; ++bin) {
+    sum += counts[bin] ?? 0;
+  }
+  return sum / bins;
 }
 
 /** In standard deviations. */

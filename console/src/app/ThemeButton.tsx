@@ -1,10 +1,11 @@
 import { signal } from "@preact/signals";
+import { load, save } from "./storage";
 
 type Theme = "auto" | "light" | "dark";
 const order: readonly Theme[] = ["auto", "light", "dark"];
 const names: Record<Theme, string> = { auto: "as the system", light: "light", dark: "dark" };
 
-const stored = localStorage.getItem("theme");
+const stored = load("theme");
 const theme = signal<Theme>(order.find((known) => known === stored) ?? "auto");
 const system = window.matchMedia("(prefers-color-scheme: dark)");
 
@@ -22,11 +23,17 @@ export function ThemeButton(): preact.JSX.Element {
   const next = order[(order.indexOf(theme.value) + 1) % order.length]!;
   const change = (): void => {
     theme.value = next;
-    localStorage.setItem("theme", next);
+    save("theme", next);
     apply();
   };
   return (
-    <button type="button" class="quiet" onClick={change} title={`Colours: ${names[theme.value]}; press for ${names[next]}`}>
+    <button
+      type="button"
+      class="quiet"
+      onClick={change}
+      aria-label={`Colours: ${names[theme.value]}`}
+      title={`Colours: ${names[theme.value]}; press for ${names[next]}`}
+    >
       {isDark.value ? "☾" : "☀"}
     </button>
   );

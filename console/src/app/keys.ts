@@ -1,8 +1,8 @@
 import { goTo, views } from "./route";
 
-/** Whether keys belong to what has the focus: a text field, a list. */
+/** Whether keys belong to something else than the view: a text field, a list, a question that is open. */
 export function isTyping(event: KeyboardEvent): boolean {
-  if (event.ctrlKey || event.metaKey || event.altKey) {
+  if (event.ctrlKey || event.metaKey || event.altKey || document.querySelector("dialog[open]") !== null) {
     return true;
   }
   const target = event.target;

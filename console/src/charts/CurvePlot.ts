@@ -20,8 +20,9 @@ export interface PlotEvents {
 }
 
 /**
- * Curves in a canvas, over uPlot: the wheel zooms, dragging chooses a part, dragging with shift marks one, dragging
- * with the middle button or two fingers moves. Curves may be given as often as they change: the look stays.
+ * Curves in a canvas, over uPlot: the wheel zooms, and moves with shift; dragging chooses a part, and marks one with
+ * shift; a double click shows all; one finger moves, two zoom. Curves may be given as often as they change: the look
+ * stays.
  */
 export class CurvePlot {
   private plot: uPlot | null = null;

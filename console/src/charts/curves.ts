@@ -29,8 +29,8 @@ export interface Band {
 }
 
 // Colours that colour-blind eyes tell apart, of like weight on light and on dark ground.
-const light = ["#0072b2", "#d55e00", "#007a5a", "#b4508a", "#7a5c00", "#3d7fb8", "#5b5b5b", "#8a3ffc"];
-const dark = ["#56b4e9", "#ff9d4d", "#2fc79b", "#e58cc0", "#e8c547", "#9ecbff", "#c2c2c2", "#b794ff"];
+const light = ["#0072b2", "#d55e00", "#007a5a", "#b4508a", "#7a5c00", "#00a3c4", "#5b5b5b", "#8a3ffc"];
+const dark = ["#56b4e9", "#ff9d4d", "#2fc79b", "#e58cc0", "#e8c547", "#7fe0f0", "#c2c2c2", "#b794ff"];
 
 export function curveColour(index: number, isDark: boolean): string {
   const colours = isDark ? dark : light;

@@ -38,8 +38,9 @@ export function poll<T>(ask: () => Promise<T>, pace: Pace, tell: (reading: Readi
     }
     if (!stopped) {
       tell(last);
-      const interval = hidden() ? Math.max(hiddenIntervalMs, pace.intervalMs) : pace.intervalMs;
-      schedule(Math.max(last.fault === null ? 0 : retryMs, began + interval - Date.now()));
+      const rest = began + pace.intervalMs - Date.now();
+      const wait = last.fault === null ? Math.max(0, rest) : retryMs;
+      schedule(hidden() ? Math.max(hiddenIntervalMs, wait) : wait);
     }
   };
   const schedule = (ms: number): void => {

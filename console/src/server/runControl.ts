@@ -13,7 +13,21 @@ export async function sendRunCommand(server: Answerer, cmd: RunCommand): Promise
   expectDone(parseJson(await server.ask(commands, { cmd }), "run control"), "run control");
 }
 
+/** Goes on with a run that is paused. After a stop the server would write over the run's files: refused. */
+export async function resumeRun(server: Answerer): Promise<void> {
+  const runs = await getRunInfo(server);
+  if (runs.length === 0 || runs.some(({ status }) => status !== "paused")) {
+    throw new BadAnswer("The run isn't paused any more, and going on would write over its files. Start a new run.");
+  }
+  await sendRunCommand(server, "restart_dump");
+}
+
+/** Refused while a run is recorded, in whose files this one would go on. */
 export async function startRun(server: Answerer, runId: string): Promise<void> {
+  const recorded = (await getRunInfo(server)).find(({ status }) => status === "recording" || status === "paused");
+  if (recorded !== undefined) {
+    throw new BadAnswer(`Run ${recorded.id} is ${recorded.status}: stop it before you start another.`);
+  }
   const answer = parseJson(await server.ask(commands, { cmd: "start_dump", run_id: runId }), "run control");
   try {
     expectDone(answer, "run control");

@@ -26,6 +26,17 @@ describe("the clearest peak", () => {
     expect(range.from + range.to).toBeLessThan(1410);
   });
 
+  it("is the next one where it is marked already", () => {
+    const [high, low] = [[1e6, 300, 5, 10, 0], [1e4, 700, 5, 0, 0]] as const;
+    const counts = Array.from({ length: 1000 }, (_, bin) => peakAt(bin, high, 0) + peakAt(bin, low, 0));
+    const all = { from: 0, to: 999 };
+    const first = clearestPeak(counts, all)!;
+    expect((first.from + first.to) / 2).toBeCloseTo(300, -1);
+    const second = clearestPeak(counts, all, [first])!;
+    expect((second.from + second.to) / 2).toBeCloseTo(700, -1);
+    expect(clearestPeak(counts, all, [first, second])).toBeNull();
+  });
+
   it("is none of noise, of an edge, of nothing", () => {
     const next = random(5);
     expect(clearestPeak(Array.from({ length: 2048 }, () => poisson(20, next)), { from: 0, to: 2047 })).toBeNull();

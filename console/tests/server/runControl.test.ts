@@ -1,5 +1,5 @@
 import { describe, expect, it } from "vitest";
-import { parseRunInfo, sendRunCommand, startRun } from "../../src/server/runControl";
+import { parseRunInfo, resumeRun, sendRunCommand, startRun } from "../../src/server/runControl";
 
 const info = (id: string, name = "dumper1"): string =>
   `{"status":1,"name": "${name}","event_rate":12.5,"id":${id},"stored_events":7,"running_time":3.25,"used_space":14}`;
@@ -42,13 +42,43 @@ describe("Run control", () => {
   const answering = (text: string): { ask: () => Promise<string> } => ({ ask: () => Promise.resolve(text) });
 
   it("explains that the folder of a run exists", async () => {
-    await expect(startRun(answering('[{"response": "Existing Folder"}]'), "12")).rejects.toThrow(
+    await expect(startRun(scripted("[]", '[{"response": "Existing Folder"}]'), "12")).rejects.toThrow(
       'There is a folder of run 12 already ("Existing Folder"): choose another id.',
     );
   });
 
+  const scripted = (...answers: string[]): { ask: (route: string, query: object) => Promise<string>; asked: object[] } => {
+    const asked: object[] = [];
+    return { asked, ask: (_, query) => (asked.push(query), Promise.resolve(answers[asked.length - 1]!)) };
+  };
+  const state = (...statuses: number[]): string =>
+    `[${statuses.map((status) => info("7").replace('"status":1', `"status":${status}`)).join(",")}]`;
+  const done = '[{"response": true}]';
+
+  it("goes on with a run only while all of it is paused, as it would write over the files of one that ended", async () => {
+    const paused = scripted(state(2, 2), done);
+    await resumeRun(paused);
+    expect(paused.asked).toEqual([{ cmd: "get_run_info" }, { cmd: "restart_dump" }]);
+    for (const other of [state(0), state(2, 0), state(2, 1), state()]) {
+      const ended = scripted(other, done);
+      await expect(resumeRun(ended)).rejects.toThrow(/write over its files/);
+      expect(ended.asked).toHaveLength(1);
+    }
+  });
+
+  it("starts no run over one that is recorded or paused", async () => {
+    for (const status of [1, 2]) {
+      const busy = scripted(state(0, status), done);
+      await expect(startRun(busy, "8")).rejects.toThrow(/^Run 7 is (recording|paused): stop it/);
+      expect(busy.asked).toHaveLength(1);
+    }
+    const free = scripted(state(0, 0), done);
+    await startRun(free, "8");
+    expect(free.asked).toEqual([{ cmd: "get_run_info" }, { cmd: "start_dump", run_id: "8" }]);
+  });
+
   it("passes on what else the server says", async () => {
-    await expect(startRun(answering('[{"response": "No"}]'), "12")).rejects.toThrow("No");
+    await expect(startRun(scripted("[]", '[{"response": "No"}]'), "12")).rejects.toThrow("No");
     await expect(sendRunCommand(answering(""), "stop_dump")).rejects.toThrow(/No block answers for run control/);
     await expect(sendRunCommand(answering('[{"response": true}]'), "stop_dump")).resolves.toBeUndefined();
   });

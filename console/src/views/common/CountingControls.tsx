@@ -1,34 +1,65 @@
+import { useState } from "preact/hooks";
 import { server } from "../../app/state";
 import { usePolled } from "../../app/usePolled";
 import { isCounting, resetCounts, setCounting } from "../../server/queries";
+import { Confirm } from "./Confirm";
 import { useAction } from "./useAction";
 
-/** Starts, stops and empties what counts at these paths; says whether they count. */
+/** Starts, stops and empties what counts at these paths, for all clients; says whether they count. */
 export function CountingControls(props: { paths: readonly string[] }): preact.JSX.Element {
   const { paths } = props;
   const action = useAction();
+  const [isAsking, setAsking] = useState(false);
   const key = paths.join("\n");
   const status = usePolled(
     paths.length === 0 ? null : () => Promise.all(paths.map((path) => isCounting(server, path))),
     1_000,
-    [key, action.isRunning],
+    [key],
   );
-  const forAll = (what: (path: string) => Promise<void>) => () => action.run(async () => void (await Promise.all(paths.map(what))));
-  const count = status.value?.filter((on) => on).length ?? 0;
-  const text = status.value === null ? "…" : count === 0 ? "stopped" : count === paths.length ? "counting" : `${count} of ${paths.length} counting`;
+  const isIdle = !action.isRunning && paths.length > 0;
+  const forAll = (what: (path: string) => Promise<void>): void =>
+    action.run(async () => void (await Promise.all(paths.map(what))));
+  const reset = (): void => {
+    setAsking(false);
+    forAll((path) => resetCounts(server, path));
+  };
+  const names = paths.map((path) => path.slice(path.lastIndexOf("/") + 1)).join(", ");
   return (
     <div class="row">
-      <span class={count > 0 ? "good" : "warn"} data-test="counting">{text}</span>
-      <button type="button" disabled={action.isRunning || paths.length === 0} onClick={forAll((path) => setCounting(server, path, true))}>
+      <Counting states={status.fault === null ? status.value : null} fault={status.fault} />
+      <button type="button" disabled={!isIdle} onClick={() => forAll((path) => setCounting(server, path, true))}>
         Start
       </button>
-      <button type="button" disabled={action.isRunning || paths.length === 0} onClick={forAll((path) => setCounting(server, path, false))}>
+      <button type="button" disabled={!isIdle} onClick={() => forAll((path) => setCounting(server, path, false))}>
         Stop
       </button>
-      <button type="button" class="danger" disabled={action.isRunning || paths.length === 0} onClick={forAll((path) => resetCounts(server, path))}>
+      <button type="button" class="danger" disabled={!isIdle} onClick={() => setAsking(true)}>
         Reset
       </button>
       {action.fault !== null && <span class="alarm">{action.fault}</span>}
+      {isAsking && (
+        <Confirm
+          title={`Reset ${names}?`}
+          text="All counts of all its channels become 0, on every console. What is recorded in files stays."
+          action="Reset"
+          onCancel={() => setAsking(false)}
+          onConfirm={reset}
+        />
+      )}
     </div>
+  );
+}
+
+function Counting(props: { states: readonly boolean[] | null; fault: string | null }): preact.JSX.Element {
+  const { states, fault } = props;
+  if (states === null) {
+    return <span class="faint" data-test="counting">{fault === null ? "…" : "not known"}</span>;
+  }
+  const count = states.filter((on) => on).length;
+  const some = count === states.length ? "counting" : `${count} of ${states.length} counting`;
+  return (
+    <span class={count > 0 ? "good" : "warn"} data-test="counting">
+      {count === 0 ? "stopped" : some}
+    </span>
   );
 }

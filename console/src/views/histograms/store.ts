@@ -1,6 +1,7 @@
 import { signal } from "@preact/signals";
 import { type Calibration, isCalibration, type KnownPoint } from "../../analysis/calibration";
 import type { Range } from "../../analysis/region";
+import { load, save } from "../../app/storage";
 
 // What the operator entered about a block stays in the browser, by the block's path.
 
@@ -21,18 +22,14 @@ const version = signal(0);
 function read(key: string): unknown {
   void version.value; // who reads is told of changes
   try {
-    return JSON.parse(localStorage.getItem(key) ?? "null");
+    return JSON.parse(load(key) ?? "null");
   } catch {
     return null;
   }
 }
 
 function write(key: string, value: unknown): void {
-  if (value === null) {
-    localStorage.removeItem(key);
-  } else {
-    localStorage.setItem(key, JSON.stringify(value));
-  }
+  save(key, value === null ? null : JSON.stringify(value));
   ++version.value;
 }
 

@@ -55,7 +55,7 @@ export function useRegions({ analysed, block, axis }: Curves): Regions {
     regions, selected, select, add, reading, fault,
     remove: (index) => storeRegions(path, regions.filter((_, i) => i !== index)),
     mark: (from, to) => addOr(rangeWithin(binOf(from, axis), binOf(to, axis), bins), tooNarrow),
-    markClearest: (span) => addOr(clearestPeak(counts ?? [], binsOfSpan(span, axis, bins)), noPeak),
+    markClearest: (span) => addOr(clearestPeak(counts ?? [], binsOfSpan(span, axis, bins), regions), noPeak),
     calibrate: (next, calibration) => {
       storeRegions(path, next);
       storeCalibration(path, calibration);

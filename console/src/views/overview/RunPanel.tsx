@@ -1,10 +1,10 @@
 import { signal } from "@preact/signals";
 import { useState } from "preact/hooks";
 import { duration, short, whole } from "../../app/format";
-import { account, runs, server } from "../../app/state";
+import { account, now, runs, server } from "../../app/state";
 import { type Entry, lossesOf } from "../../model/ledger";
 import { nextRunId, proposeRunId, runIdFault } from "../../model/runId";
-import { type RunInfo, sendRunCommand, startRun } from "../../server/runControl";
+import { resumeRun, type RunInfo, type RunStatus, sendRunCommand, startRun } from "../../server/runControl";
 import { Confirm } from "../common/Confirm";
 import { Freshness } from "../common/Freshness";
 import { useAction } from "../common/useAction";
@@ -24,10 +24,18 @@ export function RunPanel(): preact.JSX.Element {
       {reading.value !== null && all.length === 0 && (
         <p class="faint">The configuration has no block of type dumper: nothing records events, and the server tells nothing of a run.</p>
       )}
-      <RunButtons status={all[0]?.status ?? "unknown"} />
+      <RunButtons status={commonStatus(all)} isKnown={reading.fault === null && now.value - reading.at < staleMs} />
       <Freshness reading={reading} intervalMs={1_000} />
     </section>
   );
+}
+
+const staleMs = 3_000;
+
+/** Of all dumpers; recording as long as one of them is. */
+function commonStatus(all: readonly RunInfo[]): RunStatus {
+  const known: RunStatus[] = ["recording", "paused", "stopped"];
+  return known.find((status) => all.some((run) => run.status === status)) ?? "unknown";
 }
 
 function RunFigures(props: { run: RunInfo }): preact.JSX.Element {
@@ -65,8 +73,9 @@ function Losses(props: { entry: Entry }): preact.JSX.Element {
   );
 }
 
-function RunButtons(props: { status: RunInfo["status"] }): preact.JSX.Element {
-  const { status } = props;
+/** Nothing can be pressed while it isn't known what the run does. */
+function RunButtons(props: { status: RunStatus; isKnown: boolean }): preact.JSX.Element {
+  const { status, isKnown } = props;
   const action = useAction();
   const [isAsking, setAsking] = useState(false);
   const isOn = status === "recording" || status === "paused";
@@ -77,20 +86,38 @@ function RunButtons(props: { status: RunInfo["status"] }): preact.JSX.Element {
       runId.value = nextRunId(id); // what is proposed next, also when this one exists
       await startRun(server, id);
     });
+  const submit = (event: Event): void => {
+    event.preventDefault();
+    if (!isOn && fault === null && !isLocked) {
+      begin();
+    }
+  };
+  const resume = (): void => action.run(() => resumeRun(server));
+  const isLocked = !isKnown || action.isRunning;
   const send = (cmd: Parameters<typeof sendRunCommand>[1]) => () => action.run(() => sendRunCommand(server, cmd));
   return (
-    <form class="stack" onSubmit={(event) => { event.preventDefault(); if (!isOn && fault === null) { begin(); } }}>
+    <form class="stack" onSubmit={submit}>
       <label class="row">
         id of the next run
         <input class="grow" data-test="run-id-input" value={runId.value} disabled={isOn} onInput={(event) => (runId.value = event.currentTarget.value)} />
       </label>
       {fault !== null && <p class="warn">{fault}</p>}
       <div class="row">
-        <button type="submit" class="main" disabled={isOn || fault !== null || action.isRunning} data-test="run-start">Start run</button>
-        <button type="button" disabled={status !== "recording"} onClick={send("pause_dump")} data-test="run-pause">Pause</button>
-        <button type="button" disabled={status !== "paused"} onClick={send("restart_dump")} data-test="run-restart">Go on</button>
-        <button type="button" disabled={status === "stopped"} onClick={send("stop_dump")} data-test="run-stop">Stop run</button>
-        <button type="button" class="danger" disabled={isOn} onClick={() => setAsking(true)} data-test="reset">Reset sources</button>
+        <button type="submit" class="main" disabled={isOn || fault !== null || isLocked} data-test="run-start">
+          Start run
+        </button>
+        <button type="button" disabled={status !== "recording" || isLocked} onClick={send("pause_dump")} data-test="run-pause">
+          Pause
+        </button>
+        <button type="button" disabled={status !== "paused" || isLocked} onClick={resume} data-test="run-restart">
+          Go on
+        </button>
+        <button type="button" disabled={status === "stopped" || isLocked} onClick={send("stop_dump")} data-test="run-stop">
+          Stop run
+        </button>
+        <button type="button" class="danger" disabled={isOn || isLocked} onClick={() => setAsking(true)} data-test="reset">
+          Reset sources
+        </button>
       </div>
       {action.fault !== null && <p class="alarm" role="alert" data-test="run-fault">{action.fault}</p>}
       {isAsking && (
