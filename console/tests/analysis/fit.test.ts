@@ -32,6 +32,16 @@ describe("the fit of a Gauss peak on a line", () => {
     expect(fit.at(47)).toBeCloseTo(peakAt(47, truth, middle), 2);
   });
 
+  it("finds a minimum however long it was counted", async () => {
+    const next = random(11);
+    for (const area of [20_000, 60_000, 100_000, 150_000]) {
+      for (let i = 0; i < 60; ++i) {
+        const fit = await fitPeak(noisyPeak([area, 74.5, 20.2, 0, 0], 151, 75, next), { from: 0, to: 150 });
+        expect(Math.abs(fit.sigma - 20.2)).toBeLessThan(5 * fit.sigmaError);
+      }
+    }
+  });
+
   it("finds them wherever the range lies and however large the counts are", async () => {
     const far: PeakParameters = [3e8, 15_047.3, 6.5, 1e5, 300];
     const counts = Array.from({ length: 15_100 }, (_, bin) => peakAt(bin, far, 15_049.5));

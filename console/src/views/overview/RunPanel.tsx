@@ -9,7 +9,14 @@ import { Confirm } from "../common/Confirm";
 import { Freshness } from "../common/Freshness";
 import { useAction } from "../common/useAction";
 
-const runId = signal(proposeRunId(new Date(), 1));
+// Null until the operator, or a run that was begun, says otherwise.
+const chosenId = signal<string | null>(null);
+
+/** Behind the last run of this day, if there was one. */
+function proposed(last: RunInfo | undefined): string {
+  const first = proposeRunId(new Date(), 1);
+  return last !== undefined && last.id.startsWith(first.slice(0, -3)) ? nextRunId(last.id) : first;
+}
 
 /** What the run is, and everything that is done with it. */
 export function RunPanel(): preact.JSX.Element {
@@ -24,7 +31,7 @@ export function RunPanel(): preact.JSX.Element {
       {reading.value !== null && all.length === 0 && (
         <p class="faint">The configuration has no block of type dumper: nothing records events, and the server tells nothing of a run.</p>
       )}
-      <RunButtons status={commonStatus(all)} isKnown={reading.fault === null && now.value - reading.at < staleMs} />
+      <RunButtons id={chosenId.value ?? proposed(all[0])} status={commonStatus(all)} isKnown={reading.fault === null && now.value - reading.at < staleMs} />
       <Freshness reading={reading} intervalMs={1_000} />
     </section>
   );
@@ -74,16 +81,15 @@ function Losses(props: { entry: Entry }): preact.JSX.Element {
 }
 
 /** Nothing can be pressed while it isn't known what the run does. */
-function RunButtons(props: { status: RunStatus; isKnown: boolean }): preact.JSX.Element {
-  const { status, isKnown } = props;
+function RunButtons(props: { id: string; status: RunStatus; isKnown: boolean }): preact.JSX.Element {
+  const { id, status, isKnown } = props;
   const action = useAction();
   const [isAsking, setAsking] = useState(false);
   const isOn = status === "recording" || status === "paused";
-  const fault = runIdFault(runId.value);
+  const fault = runIdFault(id);
   const begin = (): void =>
     action.run(async () => {
-      const id = runId.value;
-      runId.value = nextRunId(id); // what is proposed next, also when this one exists
+      chosenId.value = nextRunId(id); // what is proposed next, also when this one exists
       await startRun(server, id);
     });
   const submit = (event: Event): void => {
@@ -99,7 +105,13 @@ function RunButtons(props: { status: RunStatus; isKnown: boolean }): preact.JSX.
     <form class="stack" onSubmit={submit}>
       <label class="row">
         id of the next run
-        <input class="grow" data-test="run-id-input" value={runId.value} disabled={isOn} onInput={(event) => (runId.value = event.currentTarget.value)} />
+        <input
+          class="grow"
+          data-test="run-id-input"
+          value={id}
+          disabled={isOn}
+          onInput={(event) => (chosenId.value = event.currentTarget.value)}
+        />
       </label>
       {fault !== null && <p class="warn">{fault}</p>}
       <div class="row">
