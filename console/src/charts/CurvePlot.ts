@@ -1,7 +1,9 @@
 import uPlot from "uplot";
 import "uplot/dist/uPlot.min.css";
 import { short } from "../app/format";
-import { type Band, curveColour, type CurveSet, extent, indexAt, limited, logFloor, type Span, valueRange, zoomed } from "./curves";
+import {
+  type Band, curveColour, type CurveSet, extent, indexAt, limited, logFloor, type Span, tickTexts, valueRange, zoomed,
+} from "./curves";
 
 export interface PlotLook {
   xLabel: string;
@@ -112,7 +114,7 @@ export class CurvePlot {
         y: { distr: this.look.isLog ? 3 : 1, range: () => valueRange(extent(this.set, this.span), this.look.isLog) },
       },
       axes: [
-        { ...axis, label: this.look.xLabel },
+        { ...axis, label: this.look.xLabel, values: (_, ticks) => tickTexts(ticks) },
         { ...axis, label: this.look.yLabel, size: 62, values: (_, ticks) => ticks.map((tick) => (tick === null ? "" : short(tick))) },
       ],
       series: [{}, ...this.set.curves.map((curve) => this.seriesOf(curve.label, curve.colour, curve.dashed ?? false))],

@@ -1,3 +1,5 @@
+import { short } from "../app/format";
+
 /** A curve to be drawn: values by position, in ascending order of x. */
 export interface Curve {
   label: string;
@@ -84,6 +86,12 @@ export function extent(set: CurveSet, span: Span): readonly [number, number] | n
     }
   }
   return least <= most ? [least, most] : null;
+}
+
+/** What stands at the ticks of an axis; large numbers are shortened, as they would run into each other. */
+export function tickTexts(ticks: readonly number[]): string[] {
+  const isLarge = ticks.some((tick) => Math.abs(tick) >= 100_000);
+  return ticks.map((tick) => (isLarge ? short(tick) : String(Number(tick.toPrecision(6)))));
 }
 
 /** Where a count of one stands well above the axis. */

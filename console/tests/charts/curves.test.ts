@@ -1,5 +1,5 @@
 import { describe, expect, it } from "vitest";
-import { curveColour, type CurveSet, extent, indexAt, limited, valueRange, zoomed } from "../../src/charts/curves";
+import { curveColour, type CurveSet, extent, indexAt, limited, tickTexts, valueRange, zoomed } from "../../src/charts/curves";
 
 const set = (x: number[], ...curves: number[][]): CurveSet => ({
   x: Float64Array.from(x),
@@ -50,6 +50,14 @@ describe("The vertical axis", () => {
     expect(foot).toBe(0.5);
     expect(top).toBe(1600);
     expect(valueRange(null, true)).toEqual([0.5, 10]);
+  });
+});
+
+describe("The ticks of an axis", () => {
+  it("are short where they would run into each other", () => {
+    expect(tickTexts([0, 200, 2000, 99_999])).toEqual(["0", "200", "2000", "99999"]);
+    expect(tickTexts([0, 0.1 + 0.2, -1.5])).toEqual(["0", "0.3", "-1.5"]);
+    expect(tickTexts([0, 5e10, 1e11])).toEqual(["0", "50.0 G", "100 G"]);
   });
 });
 
