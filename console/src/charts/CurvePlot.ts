@@ -105,7 +105,8 @@ export class CurvePlot {
   private options(): Omit<uPlot.Options, "width" | "height"> {
     const ink = this.look.isDark ? "#b8c0cc" : "#444c56";
     const grid = { stroke: this.look.isDark ? "#2a3038" : "#e3e6ea", width: 1 };
-    const axis = { stroke: ink, grid, ticks: grid, font: "12px system-ui, sans-serif", labelFont: "12px system-ui, sans-serif", labelSize: 18 };
+    const font = "12px system-ui, sans-serif";
+    const axis = { stroke: ink, grid, ticks: grid, font, labelFont: font, labelSize: 18 };
     return {
       legend: { show: false },
       cursor: { drag: { x: true, y: false, setScale: false }, points: { show: false }, y: false },

@@ -17,7 +17,8 @@ export function Freshness(props: { reading: Reading<unknown>; intervalMs: number
     return <p class="faint">Waiting for the first answer …</p>;
   }
   if (age > staleIntervals * intervalMs + 2_000 && !document.hidden) {
-    return <p class="alarm" role="alert">{`No answer for ${Math.round(age / 1000)} s: shown is what was at ${timeOfDay(reading.at)}.`}</p>;
+    const since = `No answer for ${Math.round(age / 1000)} s`;
+    return <p class="alarm" role="alert">{`${since}: shown is what was at ${timeOfDay(reading.at)}.`}</p>;
   }
   return <p class="faint">{`as of ${timeOfDay(reading.at)}`}</p>;
 }

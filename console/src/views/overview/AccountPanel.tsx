@@ -15,12 +15,14 @@ export function AccountPanel(): preact.JSX.Element | null {
   return (
     <section class="panel" aria-label="Account of all records">
       <h2>Account of all records</h2>
-      {missing.map((entry) => (
-        <p class="alarm" key={entry.name}>{`${entry.name} misses ${whole(entry.missing)} records: please report this fault of the server.`}</p>
+      {missing.map(({ name, missing: records }, i) => (
+        <p class="alarm" key={i}>
+          {`${name} misses ${whole(records)} records: please report this fault of the server.`}
+        </p>
       ))}
       {lost.length === 0 && <p class="good" data-test="account">Nothing is lost since the server started.</p>}
-      {lost.map(({ name, fate, count }) => (
-        <p class="alarm" data-test="account" key={name + fate}>{`${name}: ${whole(count)} ${fate}`}</p>
+      {lost.map(({ name, fate, count }, i) => (
+        <p class="alarm" data-test="account" key={i}>{`${name}: ${whole(count)} ${fate}`}</p>
       ))}
     </section>
   );

@@ -29,9 +29,15 @@ export function RunPanel(): preact.JSX.Element {
         <RunFigures run={run} key={run.name} />
       ))}
       {reading.value !== null && all.length === 0 && (
-        <p class="faint">The configuration has no block of type dumper: nothing records events, and the server tells nothing of a run.</p>
+        <p class="faint">
+          The configuration has no block of type dumper: nothing records events, and the server tells nothing of a run.
+        </p>
       )}
-      <RunButtons id={chosenId.value ?? proposed(all[0])} status={commonStatus(all)} isKnown={reading.fault === null && now.value - reading.at < staleMs} />
+      <RunButtons
+        id={chosenId.value ?? proposed(all[0])}
+        status={commonStatus(all)}
+        isKnown={reading.fault === null && now.value - reading.at < staleMs}
+      />
       <Freshness reading={reading} intervalMs={1_000} />
     </section>
   );
