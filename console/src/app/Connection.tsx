@@ -1,4 +1,4 @@
-import { timeOfDay } from "./format";
+import { timeOfDay } from "../base/format";
 import { account, blocks, now } from "./state";
 
 const patienceMs = 5_000;

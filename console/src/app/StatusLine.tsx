@@ -1,4 +1,4 @@
-import { short } from "./format";
+import { short } from "../base/format";
 import { account, now, runs } from "./state";
 
 const staleMs = 5_000;

@@ -1,6 +1,6 @@
 import { useEffect, useRef, useState } from "preact/hooks";
-import { isTyping } from "../app/keys";
-import { isDark } from "../app/ThemeButton";
+import { isTyping } from "../base/typing";
+import { isDark } from "../base/theme";
 import { CurvePlot } from "./CurvePlot";
 import type { Band, CurveSet, Span } from "./curves";
 

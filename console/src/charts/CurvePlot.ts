@@ -1,6 +1,6 @@
 import uPlot from "uplot";
 import "uplot/dist/uPlot.min.css";
-import { short } from "../app/format";
+import { short } from "../base/format";
 import {
   type Band, curveColour, type CurveSet, extent, indexAt, limited, logFloor, type Span, tickTexts, valueRange, zoomed,
 } from "./curves";

@@ -1,4 +1,4 @@
-import { short } from "../app/format";
+import { short } from "../base/format";
 
 /** A curve to be drawn: values by position, in ascending order of x. */
 export interface Curve {

@@ -41,6 +41,11 @@ function linkOf(entry: Json): Link {
   return { from: asText(values["from"], "the blocks"), pin: Number(values["pin"] ?? -1) };
 }
 
+/** What an address finds a block by. */
+export function keyOf({ path, name }: Block): string {
+  return path === "" ? name : path;
+}
+
 /** A whole number of the shape, or 0. */
 export function sizeOf(block: Block, key: string): number {
   const value = block.shape[key];

@@ -1,5 +1,5 @@
 import { describe, expect, it } from "vitest";
-import { parseChannels, shifted } from "../../src/analysis/channels";
+import { channelsOfAddress, formatChannels, parseChannels, shifted, toggled } from "../../src/analysis/channels";
 
 describe("a text of channels", () => {
   it("names single ones and ranges, in any order and with any blanks", () => {
@@ -33,5 +33,29 @@ describe("the next channels", () => {
     expect(shifted([1, 2, 3], -1, 32)).toEqual([0, 1, 2]);
     expect(shifted([], 1, 32)).toEqual([0]);
     expect(shifted([], 1, 0)).toEqual([]);
+  });
+});
+
+describe("channels in the address", () => {
+  it("are read", () => {
+    expect(channelsOfAddress("0,3,8-11", 32)).toEqual([0, 3, 8, 9, 10, 11]);
+    expect(channelsOfAddress("3,0,3", 32)).toEqual([0, 3]);
+    expect(channelsOfAddress("", 32)).toEqual([]);
+    expect(channelsOfAddress("x,-1,1.5,5-3, 2 ", 32)).toEqual([2]);
+    expect(channelsOfAddress("0-999999999", 3)).toEqual([0, 1, 2]);
+    expect(channelsOfAddress("31,32", 32)).toEqual([31]);
+    expect(channelsOfAddress("0", 0)).toEqual([]);
+  });
+
+  it("are written so that they are read again", () => {
+    expect(formatChannels([0, 3, 8, 9, 10, 11])).toBe("0,3,8-11");
+    expect(formatChannels([1, 0])).toBe("0,1");
+    expect(formatChannels([])).toBe("");
+    expect(channelsOfAddress(formatChannels([0, 1, 2, 5, 7, 8]), 9)).toEqual([0, 1, 2, 5, 7, 8]);
+  });
+
+  it("are switched one by one", () => {
+    expect(toggled([1, 3], 2)).toEqual([1, 2, 3]);
+    expect(toggled([1, 3], 3)).toEqual([1]);
   });
 });

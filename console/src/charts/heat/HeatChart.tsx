@@ -1,7 +1,7 @@
 import "./heat.css";
 import { useLayoutEffect, useRef, useState } from "preact/hooks";
-import { isTyping } from "../../app/keys";
-import { isDark } from "../../app/ThemeButton";
+import { isTyping } from "../../base/typing";
+import { isDark } from "../../base/theme";
 import { type Cell, type HeatWindow, isWithin } from "./heatArea";
 import type { HeatPicture } from "./heatPicture";
 import { HeatPlot } from "./HeatPlot";

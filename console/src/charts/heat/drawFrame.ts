@@ -1,4 +1,4 @@
-import { short } from "../../app/format";
+import { short } from "../../base/format";
 import { tableSize } from "../colourTables";
 import { axisTicks } from "./heatAxis";
 import type { HeatLayout, Rect } from "./heatLayout";

@@ -1,4 +1,4 @@
-import { short, whole } from "../../app/format";
+import { short, whole } from "../../base/format";
 import type { Flow } from "../../model/flow";
 import { type Entry, lossesOf } from "../../model/ledger";
 import type { Node } from "./graph";

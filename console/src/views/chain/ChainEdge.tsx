@@ -1,4 +1,4 @@
-import { short } from "../../app/format";
+import { short } from "../../base/format";
 import { curve, type Line } from "./geometry";
 import type { Edge, Graph } from "./graph";
 import { type Traffic, troubleOf, widthOf } from "./traffic";

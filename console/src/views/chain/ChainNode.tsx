@@ -1,4 +1,4 @@
-import { short } from "../../app/format";
+import { short } from "../../base/format";
 import { type Entry, lossesOf } from "../../model/ledger";
 import { nodeSize, type Point } from "./geometry";
 import type { Node } from "./graph";

@@ -1,5 +1,5 @@
 import { useMemo, useRef } from "preact/hooks";
-import { isTyping } from "../../app/keys";
+import { isTyping } from "../../base/typing";
 import type { Entry } from "../../model/ledger";
 import { reveal } from "./camera";
 import { ChainEdge } from "./ChainEdge";

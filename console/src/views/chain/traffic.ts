@@ -1,4 +1,4 @@
-import { short } from "../../app/format";
+import { short } from "../../base/format";
 import type { Block } from "../../model/blocks";
 import type { Entry, Ledger } from "../../model/ledger";
 import type { Edge, Graph } from "./graph";

@@ -1,4 +1,4 @@
-import { timeOfDay } from "../../app/format";
+import { timeOfDay } from "../../base/format";
 import { now } from "../../app/state";
 import type { Reading } from "../../server/poll";
 

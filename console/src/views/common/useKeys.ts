@@ -1,5 +1,5 @@
 import { useEffect, useRef } from "preact/hooks";
-import { isTyping } from "../../app/keys";
+import { isTyping } from "../../base/typing";
 
 /** Keys of a view, wherever the focus is but in a field. */
 export function useKeys(actions: Record<string, () => void>): void {

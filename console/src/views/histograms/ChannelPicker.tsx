@@ -1,9 +1,8 @@
 import { useEffect, useState } from "preact/hooks";
 import { server } from "../../app/state";
-import { parseChannels, shifted } from "../../analysis/channels";
+import { formatChannels, parseChannels, shifted } from "../../analysis/channels";
 import type { Block } from "../../model/blocks";
 import { getHistograms } from "../../server/queries";
-import { formatChannels } from "../common/channelList";
 import { useAction } from "../common/useAction";
 import { allChannels, atMost, busiest, canAskAll, channelCount, mostCurves, type Selection } from "./selection";
 import { Tool } from "./Tool";

@@ -1,5 +1,5 @@
-import { isDark } from "../../app/ThemeButton";
-import { whole } from "../../app/format";
+import { isDark } from "../../base/theme";
+import { whole } from "../../base/format";
 import { curveColour } from "../../charts/curves";
 import { fitColour } from "./display";
 import type { ListedCurve } from "./listedCurves";

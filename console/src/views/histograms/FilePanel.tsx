@@ -1,7 +1,7 @@
 import { useRef } from "preact/hooks";
 import type { Calibration } from "../../analysis/calibration";
 import { tableText } from "../../analysis/csv";
-import { isDark } from "../../app/ThemeButton";
+import { isDark } from "../../base/theme";
 import { download, fileName } from "../common/download";
 import { useAction } from "../common/useAction";
 import { useKeys } from "../common/useKeys";

@@ -1,7 +1,7 @@
 import { useMemo } from "preact/hooks";
 import { CurveChart } from "../../charts/CurveChart";
 import type { Span } from "../../charts/curves";
-import { short } from "../../app/format";
+import { short } from "../../base/format";
 import { type Calibration, inBins } from "../../analysis/calibration";
 import { curveSetOf, onAxis, positionText, type ShownCurve } from "./display";
 import type { HistogramKind } from "./kinds";

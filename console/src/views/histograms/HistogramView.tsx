@@ -2,11 +2,12 @@ import "./histograms.css";
 import { useRef } from "preact/hooks";
 import { parameter, setParameter } from "../../app/route";
 import { blocks } from "../../app/state";
-import { timeOfDay } from "../../app/format";
+import { timeOfDay } from "../../base/format";
 import type { Calibration } from "../../analysis/calibration";
 import { calibrated, withError } from "../../analysis/resolution";
 import type { Span } from "../../charts/curves";
 import { type Block, ofType } from "../../model/blocks";
+import { NoBlock } from "../common/BlockChooser";
 import { useKept } from "../common/useKept";
 import { useKeys } from "../common/useKeys";
 import { CalibrationPanel } from "./CalibrationPanel";
@@ -24,13 +25,9 @@ import { type Regions, useRegions } from "./useRegions";
 
 /** Histograms of one kind: chosen, looked at, analysed. */
 export function HistogramView({ kind }: { kind: HistogramKind }): preact.JSX.Element {
-  const known = blocks.value.value;
-  if (known === null) {
-    return <p class="faint">Waiting for the server to tell of its blocks …</p>;
-  }
-  const own = ofType(known, kind.blockType).filter(({ path }) => path !== "");
+  const own = ofType(blocks.value.value ?? [], kind.blockType).filter(({ path }) => path !== "");
   if (own.length === 0) {
-    return <p class="panel" data-test="none">{kind.whatToConfigure}</p>;
+    return <NoBlock type={kind.blockType} example={kind.howToConfigure} />;
   }
   return <Histograms kind={kind} own={own} />;
 }

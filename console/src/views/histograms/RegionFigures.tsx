@@ -1,4 +1,4 @@
-import { whole } from "../../app/format";
+import { whole } from "../../base/format";
 import { type Calibration, positionOf } from "../../analysis/calibration";
 import { figuresOf, type Range } from "../../analysis/region";
 import { calibrated, withError } from "../../analysis/resolution";

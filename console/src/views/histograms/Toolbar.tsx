@@ -1,4 +1,4 @@
-import { timeOfDay } from "../../app/format";
+import { timeOfDay } from "../../base/format";
 import { setParameter } from "../../app/route";
 import { CountingControls } from "../common/CountingControls";
 import { Freshness } from "../common/Freshness";

@@ -9,8 +9,8 @@ export interface HistogramKind {
   quantity: string;
   /** Of calibrations that the operator enters. */
   units: readonly string[];
-  /** What to add to the configuration where there is none. */
-  whatToConfigure: string;
+  /** Where in the configuration such a block belongs. */
+  howToConfigure: string;
   /** What the state of counting doesn't tell. */
   countingNote: string;
   /** What a bin means before the operator says so. */
@@ -22,8 +22,7 @@ export const spectra: HistogramKind = {
   title: "Spectra",
   quantity: "Energy",
   units: ["keV", "MeV"],
-  whatToConfigure:
-    'The configuration has no block that counts energies. Add one of "block_type": "spectrum" behind a source.',
+  howToConfigure: "behind a source or a tee",
   countingNote: "",
   ownCalibration: () => inBins,
 };
@@ -33,8 +32,7 @@ export const times: HistogramKind = {
   title: "Times",
   quantity: "Time",
   units: ["ns", "µs", "ms", "s"],
-  whatToConfigure:
-    'The configuration has no block that counts times. Add one of "block_type": "tof_histogram" behind a source.',
+  howToConfigure: "behind a source or a tee",
   countingNote: "Times are counted always, stopped or not.",
   ownCalibration: (block) => {
     const binning = block?.shape["binning"];

@@ -1,7 +1,6 @@
-import { parseChannels } from "../../analysis/channels";
+import { formatChannels, parseChannels } from "../../analysis/channels";
 import { type Block, sizeOf } from "../../model/blocks";
 import type { Histogram } from "../../model/data";
-import { formatChannels } from "../common/channelList";
 
 /** Channels of a block that are shown. */
 export interface Selection {

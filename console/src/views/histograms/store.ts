@@ -1,7 +1,7 @@
 import { signal } from "@preact/signals";
 import { type Calibration, isCalibration, type KnownPoint } from "../../analysis/calibration";
 import type { Range } from "../../analysis/region";
-import { load, save } from "../../app/storage";
+import { load, save } from "../../base/storage";
 
 // What the operator entered about a block stays in the browser, by the block's path.
 

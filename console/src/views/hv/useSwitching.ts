@@ -1,5 +1,5 @@
 import { useState } from "preact/hooks";
-import { timeOfDay } from "../../app/format";
+import { timeOfDay } from "../../base/format";
 import { server } from "../../app/state";
 import { switchBoard } from "../../server/hv";
 import { sendRunCommand } from "../../server/runControl";

@@ -3,12 +3,13 @@ import { server } from "../../app/state";
 import { cellAxis } from "../../charts/heat/heatAxis";
 import type { Block } from "../../model/blocks";
 import { getCounts2d } from "../../server/queries";
-import { BlockChooser, chosenBlock, NoBlock, shapeFault } from "../maps/BlockChooser";
-import { Choice } from "../maps/Choice";
+import { BlockChooser, chosenBlock, NoBlock } from "../common/BlockChooser";
+import { Choice } from "../common/Choice";
+import { useFreeze } from "../common/useFreeze";
+import { useKeys } from "../common/useKeys";
+import { shapeFault } from "../maps/mapFault";
 import { MapPanel } from "../maps/MapPanel";
 import { intervalOf } from "../maps/mapSettings";
-import { useFreeze } from "../maps/useFreeze";
-import { useKeys } from "../common/useKeys";
 
 type Source = "cumulative" | "immediate";
 const chosenSource = (): Source => (parameter("show") === "immediate" ? "immediate" : "cumulative");
@@ -54,7 +55,7 @@ function OneImage({ block, source }: { block: Block; source: Source }): preact.J
       readOut={({ row, column }, count) => `row ${row}, column ${column}, counts: ${count}`}
       choices={
         <>
-          <BlockChooser type="image" chosen={block} />
+          <BlockChooser chosen={block} forget={["at"]} />
           <Choice label="Image" chosen={source} options={options} onChoose={choose} shortcut="m" />
         </>
       }

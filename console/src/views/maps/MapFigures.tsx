@@ -1,4 +1,4 @@
-import { whole } from "../../app/format";
+import { whole } from "../../base/format";
 import { areaOf, shownOf, wholeMap } from "../../charts/heat/heatArea";
 import { type Summary, summaryOf } from "../../charts/heat/summary";
 import type { Counts2d } from "../../model/data";

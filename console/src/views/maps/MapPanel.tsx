@@ -1,7 +1,7 @@
 import "./maps.css";
 import type { ComponentChildren } from "preact";
 import { useRef } from "preact/hooks";
-import { short, timeOfDay, whole } from "../../app/format";
+import { short, timeOfDay, whole } from "../../base/format";
 import { parameter } from "../../app/route";
 import { type Cell, countAt } from "../../charts/heat/heatArea";
 import { HeatChart } from "../../charts/heat/HeatChart";
@@ -9,14 +9,14 @@ import { automaticScale } from "../../charts/heat/heatScale";
 import type { Block } from "../../model/blocks";
 import { CountingControls } from "../common/CountingControls";
 import { Freshness } from "../common/Freshness";
-import { emptyFault } from "./BlockChooser";
+import type { Freezable } from "../common/useFreeze";
+import { useKeys } from "../common/useKeys";
+import { emptyFault } from "./mapFault";
 import { MapFigures } from "./MapFigures";
 import { intervalOf } from "./mapSettings";
 import { PictureControls } from "./PictureControls";
 import { SaveButtons } from "./SaveButtons";
 import { ScaleControls, toggleLog } from "./ScaleControls";
-import type { Freezable } from "./useFreeze";
-import { useKeys } from "../common/useKeys";
 import { type MapSubject, usePicture } from "./usePicture";
 
 export interface MapPanelProps {

@@ -1,5 +1,5 @@
 import { parameter, setParameter } from "../../app/route";
-import { Choice } from "./Choice";
+import { Choice } from "../common/Choice";
 import { intervalOf, intervalsMs } from "./mapSettings";
 import { isUpwardChosen } from "./usePicture";
 

@@ -1,6 +1,6 @@
 import { colourTables } from "../../charts/colourTables";
 import { parameter, setParameter } from "../../app/route";
-import { Choice } from "./Choice";
+import { Choice } from "../common/Choice";
 import { fixedScaleOf, tableNamed } from "./mapSettings";
 
 export const isLogChosen = (): boolean => parameter("z") !== "lin";

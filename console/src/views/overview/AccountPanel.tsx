@@ -1,4 +1,4 @@
-import { whole } from "../../app/format";
+import { whole } from "../../base/format";
 import { account } from "../../app/state";
 import { lossesOf } from "../../model/ledger";
 

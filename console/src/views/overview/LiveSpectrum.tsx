@@ -3,7 +3,7 @@ import { blocks, server } from "../../app/state";
 import { usePolled } from "../../app/usePolled";
 import { CurveChart } from "../../charts/CurveChart";
 import type { CurveSet, Span } from "../../charts/curves";
-import { whole } from "../../app/format";
+import { whole } from "../../base/format";
 import { type Block, ofType, sizeOf } from "../../model/blocks";
 import type { Histogram } from "../../model/data";
 import { getHistograms } from "../../server/queries";

@@ -1,6 +1,6 @@
 import { signal } from "@preact/signals";
 import { useState } from "preact/hooks";
-import { duration, short, whole } from "../../app/format";
+import { duration, short, whole } from "../../base/format";
 import { account, now, runs, server } from "../../app/state";
 import { type Entry, lossesOf } from "../../model/ledger";
 import { nextRunId, proposeRunId, runIdFault } from "../../model/runId";

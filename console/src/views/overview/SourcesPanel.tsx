@@ -1,4 +1,4 @@
-import { short, whole } from "../../app/format";
+import { short, whole } from "../../base/format";
 import { account, blocks, now } from "../../app/state";
 import type { Flow } from "../../model/flow";
 import { type Entry, type Ledger, lossesOf } from "../../model/ledger";

@@ -5,10 +5,10 @@ import type { Cell } from "../../charts/heat/heatArea";
 import { cellAxis } from "../../charts/heat/heatAxis";
 import type { Block } from "../../model/blocks";
 import { getCounts2d } from "../../server/queries";
-import { shapeFault } from "../maps/BlockChooser";
+import { shapeFault } from "../maps/mapFault";
 import { MapPanel } from "../maps/MapPanel";
 import { intervalOf } from "../maps/mapSettings";
-import { useFreeze } from "../maps/useFreeze";
+import { useFreeze } from "../common/useFreeze";
 
 export const columnsKey = "positions";
 const xAxis = cellAxis("column");

@@ -1,7 +1,7 @@
 import { parameter, setParameter } from "../../app/route";
 import type { Block } from "../../model/blocks";
-import { BlockChooser, chosenBlock, NoBlock } from "../maps/BlockChooser";
-import { Choice } from "../maps/Choice";
+import { BlockChooser, chosenBlock, NoBlock } from "../common/BlockChooser";
+import { Choice } from "../common/Choice";
 import { useKeys } from "../common/useKeys";
 import { PositionMap } from "./PositionMap";
 import { PositionScatter } from "./PositionScatter";
@@ -24,7 +24,7 @@ function OnePosition({ block }: { block: Block }): preact.JSX.Element {
   useKeys({ m: () => choose(source === "heatmap" ? "scatter" : "heatmap") });
   const choices = (
     <>
-      <BlockChooser type="position" chosen={block} />
+      <BlockChooser chosen={block} forget={["at"]} />
       <Choice label="Show" chosen={source} options={options} onChoose={choose} shortcut="m" />
     </>
   );

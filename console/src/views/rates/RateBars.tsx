@@ -1,6 +1,6 @@
-import { short } from "../../app/format";
+import { short } from "../../base/format";
 import { curveColour } from "../../charts/curves";
-import { isDark } from "../../app/ThemeButton";
+import { isDark } from "../../base/theme";
 import { type Judgement, judgementMarks, rule } from "./judgement";
 import { barLength, type RateRow } from "./rateRows";
 

@@ -1,27 +1,22 @@
 import { setParameter } from "../../app/route";
 import type { Block } from "../../model/blocks";
+import { BlockChooser } from "../common/BlockChooser";
 import { type RateOptions, spans } from "./options";
 
 export interface RateControlsProps {
-  all: readonly Block[];
-  chosen: string;
+  chosen: Block;
   options: RateOptions;
   /** Seconds of one unit of the timestamps; null when it isn't known. */
   tick: number | null;
 }
 
 export function RateControls(props: RateControlsProps): preact.JSX.Element {
-  const { all, chosen, options, tick } = props;
+  const { chosen, options, tick } = props;
   const keep = (name: string) => (event: preact.TargetedEvent<HTMLSelectElement>) =>
     setParameter(name, event.currentTarget.value);
   return (
     <div class="row">
-      <label>
-        Block{" "}
-        <select value={chosen} onChange={keep("block")}>
-          {all.map((block) => <option value={block.path}>{block.name}</option>)}
-        </select>
-      </label>
+      <BlockChooser chosen={chosen} forget={["ch", "span"]} />
       <label>
         Rate over{" "}
         <select value={String(options.seconds ?? "start")} onChange={keep("over")} data-test="rates-over">

@@ -1,5 +1,5 @@
 import { useMemo } from "preact/hooks";
-import { short } from "../../app/format";
+import { short } from "../../base/format";
 import { CurveChart } from "../../charts/CurveChart";
 import type { CurveSet, Span } from "../../charts/curves";
 import type { Rates } from "../../server/queries";

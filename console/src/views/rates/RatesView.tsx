@@ -1,10 +1,11 @@
 import "./rates.css";
 import { useMemo } from "preact/hooks";
+import { channelsOfAddress, formatChannels, toggled } from "../../analysis/channels";
 import { parameter, setParameter } from "../../app/route";
-import { blocks, now, server } from "../../app/state";
+import { now, server } from "../../app/state";
 import { usePolled } from "../../app/usePolled";
-import { type Block, ofType } from "../../model/blocks";
-import { formatChannels, parseChannels, toggled } from "../common/channelList";
+import type { Block } from "../../model/blocks";
+import { chosenBlock, NoBlock } from "../common/BlockChooser";
 import { Freshness } from "../common/Freshness";
 import { optionsOf } from "./options";
 import { RateBars } from "./RateBars";
@@ -15,28 +16,17 @@ import { latestCounts, tickOf } from "./rateTimes";
 import { getChannelNames, type KnownRates, ratesMs, useRates } from "./useRates";
 
 export function RatesView(): preact.JSX.Element {
-  const known = blocks.value.value;
-  if (known === null) {
-    return <p class="faint">{blocks.value.fault ?? "Waiting for the list of blocks …"}</p>;
+  const block = chosenBlock("rate_counters_sink");
+  if (block === null) {
+    return <NoBlock type="rate_counters_sink" example='behind a source with the "data_type" "rate_counters"' />;
   }
-  const counters = ofType(known, "rate_counters_sink");
-  const chosen = counters.find((block) => block.path === parameter("block")) ?? counters[0];
-  if (chosen === undefined) {
-    return (
-      <p class="panel" data-test="rates-none">
-        No rates can be seen: put a block of type "rate_counters_sink" behind a source with the "data_type"
-        "rate_counters" into the configuration's "processing", and start the server anew.
-      </p>
-    );
-  }
-  return <RatesOf key={chosen.path} block={chosen} all={counters} />;
+  return <RatesOf key={block.path} block={block} />;
 }
 
 const namesMs = 30_000;
 const defaultChannels = "0-3";
 
-function RatesOf(props: { block: Block; all: readonly Block[] }): preact.JSX.Element {
-  const { block, all } = props;
+function RatesOf({ block }: { block: Block }): preact.JSX.Element {
   const options = optionsOf(parameter);
   const reading = useRates(block.path);
   const names = usePolled(() => getChannelNames(server, block.path), namesMs, [block.path]).value ?? [];
@@ -47,11 +37,11 @@ function RatesOf(props: { block: Block; all: readonly Block[] }): preact.JSX.Ele
     const counted = latestCounts(records, tick, options.seconds);
     return counted === null ? [] : sorted(rowsOf(counted, names), options.order);
   }, [records, tick, options.seconds, options.order, names]);
-  const channels = parseChannels(parameter("ch") ?? defaultChannels, rows.length);
+  const channels = channelsOfAddress(parameter("ch") ?? defaultChannels, rows.length);
   return (
     <div class="rates">
       <section class="panel stack">
-        <RateControls all={all} chosen={block.path} options={options} tick={tick} />
+        <RateControls chosen={block} options={options} tick={tick} />
         <Silence known={reading.value} />
         <RateBars
           rows={rows}

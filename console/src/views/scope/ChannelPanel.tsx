@@ -1,5 +1,5 @@
 import { sizeOf } from "../../model/blocks";
-import { toggled } from "../common/channelList";
+import { toggled } from "../../analysis/channels";
 import type { Scope } from "./useScope";
 
 /** Which channels are shown. */

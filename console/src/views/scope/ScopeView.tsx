@@ -1,9 +1,8 @@
 import "./scope.css";
 import { useMemo } from "preact/hooks";
-import { parameter, setParameter } from "../../app/route";
-import { blocks } from "../../app/state";
-import { isDark } from "../../app/ThemeButton";
-import { type Block, ofType } from "../../model/blocks";
+import { isDark } from "../../base/theme";
+import { type Block, keyOf as blockKey } from "../../model/blocks";
+import { BlockChooser, chosenBlock, NoBlock } from "../common/BlockChooser";
 import { useKept } from "../common/useKept";
 import { ChannelPanel } from "./ChannelPanel";
 import type { Picture } from "./draw";
@@ -18,25 +17,14 @@ import { useCursor } from "./useCursor";
 import { type Scope, useScope } from "./useScope";
 
 export function ScopeView(): preact.JSX.Element {
-  const known = blocks.value.value;
-  if (known === null) {
-    return <p class="faint">{blocks.value.fault ?? "Waiting for the list of blocks …"}</p>;
+  const block = chosenBlock("oscilloscope");
+  if (block === null) {
+    return <NoBlock type="oscilloscope" example='behind a source with the "data_type" "waveform"' />;
   }
-  const scopes = ofType(known, "oscilloscope");
-  const chosen = scopes.find((block) => block.name === parameter("block")) ?? scopes[0];
-  if (chosen === undefined) {
-    return (
-      <p class="panel" data-test="scope-none">
-        No waveform can be seen: put a block of type "oscilloscope" behind a source with the "data_type" "waveform"
-        into the configuration's "processing", and start the server anew.
-      </p>
-    );
-  }
-  return <ScopeOf key={chosen.name} block={chosen} all={scopes} />;
+  return <ScopeOf key={blockKey(block)} block={block} />;
 }
 
-function ScopeOf(props: { block: Block; all: readonly Block[] }): preact.JSX.Element {
-  const { block, all } = props;
+function ScopeOf({ block }: { block: Block }): preact.JSX.Element {
   const scope = useScope(block);
   const shown = (scope.capture.shown ?? []).filter((trace) => scope.channels.includes(trace.channel));
   const cursor = useCursor(shown[0]?.samples.length ?? 0, scope.view);
@@ -60,14 +48,9 @@ function ScopeOf(props: { block: Block; all: readonly Block[] }): preact.JSX.Ele
         <p class="faint">{keyHelp}</p>
       </section>
       <aside class="stack scope-side">
-        {all.length > 1 && (
-          <label class="panel">
-            Oscilloscope{" "}
-            <select value={block.name} onChange={(event) => setParameter("block", event.currentTarget.value)}>
-              {all.map(({ name }) => <option value={name}>{name}</option>)}
-            </select>
-          </label>
-        )}
+        <div class="panel row">
+          <BlockChooser chosen={block} forget={["ch", "trig", "v", "x", "sel"]} />
+        </div>
         <ChannelPanel scope={scope} />
         <TracePanel scope={scope} shown={shown} cursor={cursor.at} selected={selected} onSelect={select} />
         <TimePanel scope={scope} cursor={cursor} />

@@ -1,5 +1,5 @@
 import { curveColour } from "../../charts/curves";
-import { isDark } from "../../app/ThemeButton";
+import { isDark } from "../../base/theme";
 import type { Trace } from "../../server/scope";
 import { keyOf, labelOf } from "./traces";
 import type { Scope } from "./useScope";

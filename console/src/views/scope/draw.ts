@@ -1,4 +1,4 @@
-import { short } from "../../app/format";
+import { short } from "../../base/format";
 import type { Trace } from "../../server/scope";
 import { drawAnalog, drawDigital, drawLaneNames, type Drawing } from "./drawTraces";
 import { type Layout, layoutOf, type View, xOf, yOf } from "./layout";

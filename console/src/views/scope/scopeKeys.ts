@@ -1,5 +1,5 @@
 import { zoomed } from "../../charts/curves";
-import { isTyping } from "../../app/keys";
+import { isTyping } from "../../base/typing";
 import type { Cursor } from "./useCursor";
 import type { Scope } from "./useScope";
 import { neighbourStep } from "./vertical";

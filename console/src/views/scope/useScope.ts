@@ -1,11 +1,11 @@
 import { useEffect, useMemo, useState } from "preact/hooks";
+import { channelsOfAddress, formatChannels } from "../../analysis/channels";
 import { limited, type Span } from "../../charts/curves";
 import { server } from "../../app/state";
 import { usePolled } from "../../app/usePolled";
 import { type Block, sizeOf } from "../../model/blocks";
 import type { Reading } from "../../server/poll";
 import { getTraces, type ScopeShape, type Trace } from "../../server/scope";
-import { formatChannels, parseChannels } from "../common/channelList";
 import { useKept } from "../common/useKept";
 import { type Capture, captured, type Mode, nothingCaptured, refitted } from "./capture";
 import type { View } from "./layout";
@@ -46,7 +46,7 @@ export interface Scope {
 export function useScope(block: Block): Scope {
   const shape = shapeOf(block);
   const [channelText, keepChannels] = useKept("ch");
-  const channels = useMemo(() => parseChannels(channelText ?? "0", shape.channels), [channelText, shape.channels]);
+  const channels = useMemo(() => channelsOfAddress(channelText ?? "0", shape.channels), [channelText, shape.channels]);
   const [triggerText, keepTrigger] = useKept("trig");
   const trigger = parseTrigger(triggerText, String(channels[0] ?? 0));
   const { reading, capture, setCapture } = useReading(block, shape, channels, trigger);

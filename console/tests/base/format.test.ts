@@ -1,5 +1,5 @@
 import { describe, expect, it } from "vitest";
-import { duration, short, whole } from "../../src/app/format";
+import { duration, short, whole } from "../../src/base/format";
 
 describe("Numbers", () => {
   it("are short with three digits and a prefix", () => {
