@@ -1,3 +1,4 @@
+import { fwhmOfSigma } from "./gauss";
 import type { Range } from "./region";
 
 // A window is compared with its two sides, each half as wide: what stands above both is a peak.
@@ -67,7 +68,36 @@ function runningSums(counts: ArrayLike<number>, from: number, to: number): Float
   return below;
 }
 
-function aroundPeak(counts: ArrayLike<number>, { from, to }: Range, centre: number, half: number): Range {
+/** With fewer counts than this in it, the shape of a window is noise. */
+const leastShape = 400;
+
+function aroundPeak(counts: ArrayLike<number>, within: Range, centre: number, half: number): Range {
+  const [inner, length] = [centre - half, 2 * half];
+  return meanOf(counts, inner, length) * length < leastShape
+    ? aroundFew(counts, within, inner, length)
+    : aroundShape(counts, within, centre, half);
+}
+
+/** About the middle count; on each side as far as for a Gauss peak of which two thirds of the counts are as near. */
+function aroundFew(counts: ArrayLike<number>, within: Range, first: number, bins: number): Range {
+  const binWith = (share: number): number => {
+    let left = share * meanOf(counts, first, bins) * bins;
+    let bin = first;
+    while ((left -= counts[bin]!) > 0) {
+      ++bin;
+    }
+    return bin;
+  };
+  const sigma = (binWith(0.84) - binWith(0.16)) / 2;
+  return around(binWith(0.5), Math.max(3, Math.round(reach * fwhmOfSigma * sigma)), within);
+}
+
+function around(bin: number, arm: number, { from, to }: Range): Range {
+  return { from: Math.max(from, bin - arm), to: Math.min(to, bin + arm) };
+}
+
+function aroundShape(counts: ArrayLike<number>, within: Range, centre: number, half: number): Range {
+  const { from, to } = within;
   const smooth = smoother(counts, { from, to }, Math.floor(half / 6));
   let top = centre;
   for (let bin = centre - half; bin <= centre + half; ++bin) {
@@ -84,7 +114,7 @@ function aroundPeak(counts: ArrayLike<number>, { from, to }: Range, centre: numb
   }
   // The steeper side is the peak's own: a neighbour or a slope widens the other.
   const arm = Math.max(3, Math.round(reach * 2 * Math.min(top - low, high - top)));
-  return { from: Math.max(from, top - arm), to: Math.min(to, top + arm) };
+  return around(top, arm, within);
 }
 
 /** The mean of so many bins on both sides. */

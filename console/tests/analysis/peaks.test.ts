@@ -18,6 +18,19 @@ describe("the clearest peak", () => {
     }
   });
 
+  it("is marked whole as soon as it is found, after fifty counts", () => {
+    for (let seed = 1; seed <= 50; ++seed) {
+      const next = random(seed);
+      const counts = Array.from({ length: 2048 }, (_, bin) =>
+        poisson(peakAt(bin, [50, 684, 20, 0, 0], 0) + (bin < 500 ? 0.25 : 0.01), next),
+      );
+      const { from, to } = clearestPeak(counts, { from: 0, to: 2047 })!;
+      expect(from).toBeLessThan(684 - 2 * 20);
+      expect(to).toBeGreaterThan(684 + 2 * 20);
+      expect(to - from).toBeLessThan(12 * 20);
+    }
+  });
+
   it("is searched for only where the operator looks", () => {
     const [high, low] = [[1e6, 300, 5, 10, 0], [1e4, 700, 5, 0, 0]] as const;
     const counts = Array.from({ length: 1000 }, (_, bin) => peakAt(bin, high, 0) + peakAt(bin, low, 0));
