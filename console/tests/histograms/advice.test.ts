@@ -2,7 +2,7 @@ import { describe, expect, it } from "vitest";
 import { inBins } from "../../src/analysis/calibration";
 import { adviceOf, type Progress } from "../../src/views/histograms/advice";
 import { calibrationText } from "../../src/views/histograms/CalibrationPanel";
-import { copiesOf, withCopies } from "../../src/views/histograms/copies";
+import { copiesOf, type Copy, copyOf, withCopies } from "../../src/views/histograms/copies";
 import { spectra, times } from "../../src/views/histograms/kinds";
 import { numberOf } from "../../src/views/histograms/useNumber";
 import { block } from "./blocks";
@@ -15,7 +15,7 @@ describe("the advice", () => {
     const counted = { ...start, isCounted: true };
     expect(adviceOf(spectra, counted)).toContain("Mark the clearest peak");
     expect(adviceOf(spectra, { ...counted, regions: 1, hasFit: true })).toContain("661.7 keV");
-    expect(adviceOf(times, { ...counted, regions: 1, hasFit: true })).toContain("time of a bin");
+    expect(adviceOf(times, { ...counted, regions: 1, hasFit: true })).toContain("unit of timestamps");
     const calibrated = { isCounted: true, regions: 1, hasFit: true, isCalibrated: true };
     expect(adviceOf(spectra, { ...calibrated, knownLines: 1 })).toContain("second one settles");
     expect(adviceOf(spectra, { ...calibrated, knownLines: 2 })).toBe("");
@@ -24,12 +24,20 @@ describe("the advice", () => {
 
 describe("the axis before it is calibrated", () => {
   it("is in bins, of times in the units of their bins where the server tells them", () => {
-    expect(spectra.ownCalibration(block("a", 1, 1))).toEqual(inBins);
+    expect(spectra.ownCalibration(block("a", 1, 1), 2)).toEqual(inBins);
     const ofBoard = { gain: 250, offset: 0, unit: "timestamp units" };
-    expect(times.ownCalibration(block("a", 1, 1, { binning: 250 }))).toEqual(ofBoard);
-    expect(times.ownCalibration(block("a", 1, 1, { binning: 0 }))).toEqual(inBins);
-    expect(times.ownCalibration(block("a", 1, 1))).toEqual(inBins);
-    expect(times.ownCalibration(undefined)).toEqual(inBins);
+    expect(times.ownCalibration(block("a", 1, 1, { binning: 250 }), null)).toEqual(ofBoard);
+    expect(times.ownCalibration(block("a", 1, 1, { binning: 0 }), null)).toEqual(inBins);
+    expect(times.ownCalibration(block("a", 1, 1), 2)).toEqual(inBins);
+    expect(times.ownCalibration(undefined, 2)).toEqual(inBins);
+  });
+
+  it("is in ns as soon as the unit of timestamps is told", () => {
+    const binned = block("a", 1, 1, { binning: 250 });
+    expect(times.ownCalibration(binned, 0.004)).toEqual({ gain: 1, offset: 0, unit: "ns" });
+    expect(times.hasTimestampUnit(binned)).toBe(true);
+    expect(times.hasTimestampUnit(block("a", 1, 1))).toBe(false);
+    expect(spectra.hasTimestampUnit(binned)).toBe(false);
   });
 
   it("is told in a few words", () => {
@@ -40,8 +48,14 @@ describe("the axis before it is calibrated", () => {
 });
 
 describe("copies", () => {
+  const made = (): Copy => copyOf({ label: "x", counts: [1], calibration: inBins, source: null });
+
+  it("are known apart, whatever is removed between", () => {
+    expect(new Set([made(), made(), made()].map(({ key }) => key)).size).toBe(3);
+  });
+
   it("are at most eight", () => {
-    const copy = { label: "x", counts: [1], calibration: inBins, path: null };
+    const copy = made();
     expect(withCopies([copy], [copy])).toHaveLength(2);
     expect(() => withCopies(new Array(8).fill(copy), [copy])).toThrow("remove some first");
   });

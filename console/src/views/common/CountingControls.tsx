@@ -5,9 +5,14 @@ import { isCounting, resetCounts, setCounting } from "../../server/queries";
 import { Confirm } from "./Confirm";
 import { useAction } from "./useAction";
 
+interface CountingProps {
+  paths: readonly string[];
+  /** Not of what counts whatever its state is. */
+  hasState?: boolean;
+}
+
 /** Starts, stops and empties what counts at these paths, for all clients; says whether they count. */
-export function CountingControls(props: { paths: readonly string[] }): preact.JSX.Element {
-  const { paths } = props;
+export function CountingControls({ paths, hasState = true }: CountingProps): preact.JSX.Element {
   const action = useAction();
   const [isAsking, setAsking] = useState(false);
   const key = paths.join("\n");
@@ -26,7 +31,7 @@ export function CountingControls(props: { paths: readonly string[] }): preact.JS
   const names = paths.map((path) => path.slice(path.lastIndexOf("/") + 1)).join(", ");
   return (
     <div class="row">
-      <Counting states={status.fault === null ? status.value : null} fault={status.fault} />
+      {hasState && <Counting states={status.fault === null ? status.value : null} fault={status.fault} />}
       <button type="button" disabled={!isIdle} onClick={() => forAll((path) => setCounting(server, path, true))}>
         Start
       </button>

@@ -1,33 +1,41 @@
 import { useEffect, useState } from "preact/hooks";
 import { type Calibration, calibrationOf, inBins, isCalibration } from "../../analysis/calibration";
+import type { Block } from "../../model/blocks";
+import type { AxisControl } from "./axisControl";
+import { channelOf } from "./curveKey";
 import type { HistogramKind } from "./kinds";
+import { LineTable } from "./LineTable";
+import { isPositive, storedUnitNs, storeUnitNs } from "./store";
 import { useNumber } from "./useNumber";
 
 interface Props {
   kind: HistogramKind;
-  blockName: string;
-  calibration: Calibration;
-  /** Null goes back to what the block's own axis is. */
-  onChange: (calibration: Calibration | null) => void;
+  block: Block;
+  /** Whose axis it is. */
+  curve: string;
+  axis: Calibration;
+  control: AxisControl;
 }
 
-/** A linear calibration of a block: entered as gain and offset, or by two points. */
-export function CalibrationPanel({ kind, blockName, calibration, onChange }: Props): preact.JSX.Element {
-  const isEntered = kind.units.includes(calibration.unit);
+/** The linear calibration of a channel: entered as gain and offset, by two points, or by lines that were fitted. */
+export function CalibrationPanel({ kind, block, curve, axis, control }: Props): preact.JSX.Element {
   const [unit, setUnit] = useState(kind.units[0]!);
-  useEffect(() => setUnit(isEntered ? calibration.unit : kind.units[0]!), [calibration.unit]);
+  useEffect(() => setUnit(kind.units.includes(axis.unit) ? axis.unit : kind.units[0]!), [axis.unit]);
+  const owner = control.isShared ? `all channels of ${block.name}` : `${block.name}, channel ${channelOf(curve)}`;
   return (
-    <details class="calibration">
-      <summary>{`Calibration of ${blockName}: ${calibrationText(calibration)}`}</summary>
+    <details class="calibration" data-test="calibration">
+      <summary>{`Calibration of ${owner}: ${calibrationText(axis)}`}</summary>
+      {control.lines.length > 0 && <LineTable control={control} axis={axis} />}
+      {kind.hasTimestampUnit(block) && <TimestampUnitField path={block.path} />}
       <label>
         Unit{" "}
         <select value={unit} onChange={(event) => setUnit(event.currentTarget.value)}>
           {kind.units.map((known) => <option key={known}>{known}</option>)}
         </select>
       </label>
-      <GainFields unit={unit} calibration={isEntered ? calibration : null} onChange={onChange} />
-      <PointFields unit={unit} onChange={onChange} />
-      <button type="button" disabled={!isEntered} onClick={() => onChange(null)}>Forget the calibration</button>
+      <GainFields unit={unit} calibration={control.entered} onChange={control.set} />
+      <PointFields unit={unit} onChange={control.set} />
+      <Owners block={block} control={control} />
     </details>
   );
 }
@@ -36,6 +44,42 @@ export function calibrationText({ gain, offset, unit }: Calibration): string {
   const sign = offset < 0 ? "−" : "+";
   const rest = offset === 0 ? "" : ` ${sign} ${Number(Math.abs(offset).toPrecision(6))}`;
   return unit === inBins.unit ? "none" : `${Number(gain.toPrecision(6))} ${unit} × bin${rest}`;
+}
+
+function Owners({ block, control }: { block: Block; control: AxisControl }): preact.JSX.Element {
+  const { entered, isShared, share, set } = control;
+  return (
+    <div class="row">
+      <button
+        type="button"
+        data-test="share"
+        title="Channels with a calibration of their own keep it"
+        disabled={entered === null || isShared}
+        onClick={share}
+      >
+        Use for all channels of this block
+      </button>
+      <button type="button" data-test="forget" disabled={entered === null} onClick={() => set(null)}>
+        {isShared ? `Forget it for all channels of ${block.name}` : "Forget the calibration"}
+      </button>
+    </div>
+  );
+}
+
+/** An axis of timestamps needs no more than the length of their unit. */
+function TimestampUnitField({ path }: { path: string }): preact.JSX.Element {
+  const ns = useNumber("ns per timestamp unit", storedUnitNs(path), "unit-ns");
+  const isEmpty = Number.isNaN(ns.value);
+  const set = (event: Event): void => {
+    event.preventDefault();
+    storeUnitNs(path, isEmpty ? null : ns.value);
+  };
+  return (
+    <form class="row" onSubmit={set}>
+      {ns.field}
+      <button type="submit" disabled={!isEmpty && !isPositive(ns.value)}>Set</button>
+    </form>
+  );
 }
 
 interface FieldProps {

@@ -10,15 +10,16 @@ import { type Block, ofType } from "../../model/blocks";
 import { NoBlock } from "../common/BlockChooser";
 import { useKept } from "../common/useKept";
 import { useKeys } from "../common/useKeys";
+import { axisControlOf } from "./axisControl";
 import { CalibrationPanel } from "./CalibrationPanel";
 import { ChannelPicker, stepped } from "./ChannelPicker";
 import { CurveList } from "./CurveList";
+import { copyOf } from "./copies";
 import { rebinFactors, spanOf, spanText } from "./display";
 import { FilePanel } from "./FilePanel";
 import { drawingNotes, HistogramChart } from "./HistogramChart";
 import type { HistogramKind } from "./kinds";
 import { RegionsOf } from "./RegionsOf";
-import { storeCalibration } from "./store";
 import { type Curves, useCurves } from "./useCurves";
 import { Toolbar } from "./Toolbar";
 import { type Regions, useRegions } from "./useRegions";
@@ -67,6 +68,8 @@ interface SideProps {
 function SidePanels({ kind, own, shown, regions, span, place }: SideProps): preact.JSX.Element {
   const { curves, analysed, axis, block } = shown;
   const fitText = fitTextOf(regions, axis);
+  const curve = analysed?.source ?? null;
+  const control = curve === null ? null : axisControlOf(curve);
   return (
     <div class="stack side">
       <section class="panel stack" aria-label="Curves">
@@ -74,16 +77,10 @@ function SidePanels({ kind, own, shown, regions, span, place }: SideProps): prea
         <CurveList {...{ curves, analysed, fitText }} onAnalyse={shown.analyse} onRemove={shown.remove} />
         {drawingNotes(curves, axis).map((note) => <p class="warn" key={note}>{note}</p>)}
       </section>
-      <RegionsOf kind={kind} shown={shown} regions={regions} span={span} />
-      {block !== undefined && (
+      <RegionsOf kind={kind} shown={shown} regions={regions} control={control} span={span} />
+      {block !== undefined && curve !== null && control !== null && (
         <section class="panel">
-          <CalibrationPanel
-            key={block.path}
-            kind={kind}
-            blockName={block.name}
-            calibration={axis}
-            onChange={(next) => storeCalibration(block.path, next)}
-          />
+          <CalibrationPanel key={block.path} {...{ kind, block, curve, axis, control }} />
         </section>
       )}
       <FilePanel
@@ -102,8 +99,8 @@ function SidePanels({ kind, own, shown, regions, span, place }: SideProps): prea
 
 function keepCopy({ analysed, addCopies }: Curves): void {
   if (analysed !== undefined) {
-    const { label, counts, calibration, path } = analysed;
-    addCopies([{ label: `${label} ${timeOfDay(Date.now())}`, counts, calibration, path }]);
+    const { label, counts, calibration, source } = analysed;
+    addCopies([copyOf({ label: `${label} ${timeOfDay(Date.now())}`, counts, calibration, source })]);
   }
 }
 

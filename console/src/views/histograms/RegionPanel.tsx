@@ -1,15 +1,14 @@
 import { useState } from "preact/hooks";
-import { binOf, type Calibration, calibrationOf, positionOf } from "../../analysis/calibration";
+import { binOf, type Calibration, positionOf } from "../../analysis/calibration";
 import { leastBins, type Range, rangeWithin } from "../../analysis/region";
+import type { AxisControl } from "./axisControl";
 import { positionText } from "./display";
 import { RegionFigures } from "./RegionFigures";
-import { knownLines, mostRegions, type Region } from "./store";
+import { mostRegions, type Region } from "./store";
 import type { FitReading } from "./useFit";
 import { useNumber } from "./useNumber";
 
 interface Props {
-  /** Which curve is analysed. */
-  curve: string;
   counts: ArrayLike<number>;
   axis: Calibration;
   /** Of positions that are entered for known lines. */
@@ -19,13 +18,12 @@ interface Props {
   reading: FitReading;
   advice: string;
   fault: string | null;
-  /** Not so of curves that come from a file. */
-  canCalibrate: boolean;
+  /** None of curves that come from a file. */
+  control: AxisControl | null;
   onSelect: (index: number) => void;
   onAdd: (range: Range) => void;
   onRemove: (index: number) => void;
   onMarkClearest: () => void;
-  onCalibrate: (regions: Region[], calibration: Calibration) => void;
 }
 
 /** The regions of the analysed curve, and what is in the selected one. */
@@ -54,8 +52,8 @@ export function RegionPanel(props: Props): preact.JSX.Element {
       {region !== undefined && region.to < counts.length && (
         <RegionFigures counts={counts} range={region} axis={axis} reading={reading} />
       )}
-      {region !== undefined && props.canCalibrate && (
-        <KnownLineField key={`${region.from} ${region.to}`} {...props} region={region} />
+      {region !== undefined && props.control !== null && (
+        <KnownLineField key={`${region.from} ${region.to}`} {...props} control={props.control} region={region} />
       )}
       <RangeFields {...props} />
     </section>
@@ -125,22 +123,19 @@ function RangeFields({ axis, counts, regions, onAdd }: Props): preact.JSX.Elemen
   );
 }
 
-const notRising = "No rising axis goes through the known lines: check the numbers, or remove a region.";
+const notRising = "No rising axis goes through the known lines: check the numbers, or remove a line below.";
+
+type KnownLineProps = Pick<Props, "unit" | "reading"> & { control: AxisControl; region: Region };
 
 /** Makes a calibration of lines that the operator knows. */
-function KnownLineField(props: Props & { region: Region }): preact.JSX.Element {
-  const { curve, region, regions, selected, unit, reading, onCalibrate } = props;
-  const position = useNumber("This line is at", region.known?.position ?? null, "known");
+function KnownLineField({ control, region, unit, reading }: KnownLineProps): preact.JSX.Element {
+  const known = control.lines.find(({ bin }) => bin >= region.from && bin <= region.to);
+  const position = useNumber("This line is at", known?.position ?? null, "known");
   const [fault, setFault] = useState("");
   const calibrate = (event: Event): void => {
     event.preventDefault();
-    const known = { bin: reading.fit!.mean, position: position.value, curve };
-    const next = regions.map((other, i) => (i === selected ? { ...other, known } : other));
-    const calibration = calibrationOf(knownLines(next, curve), unit);
-    setFault(calibration === null ? notRising : "");
-    if (calibration !== null) {
-      onCalibrate(next, calibration);
-    }
+    const isDone = control.addLine({ bin: reading.fit!.mean, position: position.value, unit }, region);
+    setFault(isDone ? "" : notRising);
   };
   return (
     <form class="row" onSubmit={calibrate}>

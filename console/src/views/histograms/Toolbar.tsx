@@ -21,7 +21,7 @@ export function Toolbar({ kind, shown, isLog, factor, onWhole }: ToolbarProps): 
   const { isFrozen, setFrozen, reading, selections } = shown;
   return (
     <div class="row toolbar">
-      <CountingControls paths={selections.map(({ block }) => block.path)} />
+      <CountingControls paths={selections.map(({ block }) => block.path)} hasState={kind.countingNote === ""} />
       {kind.countingNote !== "" && <span class="faint">{kind.countingNote}</span>}
       <Tool name="log" title="Key l" isPressed={isLog} onPress={() => setParameter("log", isLog ? null : "1")}>
         Log counts

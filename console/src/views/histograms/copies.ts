@@ -4,11 +4,19 @@ import { parseTable } from "../../analysis/csv";
 
 /** Counts as they once were, to compare with. */
 export interface Copy {
+  /** Its own for as long as the page lasts, whatever is removed. */
+  key: string;
   label: string;
   counts: ArrayLike<number>;
   calibration: Calibration;
-  /** The block that they were counted by; null when they come from a file. */
-  path: string | null;
+  /** The live curve that they were of; null when they come from a file. */
+  source: string | null;
+}
+
+let made = 0;
+
+export function copyOf(of: Omit<Copy, "key">): Copy {
+  return { ...of, key: `copy ${++made}` };
 }
 
 export const mostCopies = 8;
@@ -39,5 +47,5 @@ export async function copiesFromFile(file: File): Promise<Copy[]> {
     throw new Error(`${file.name} is too large for a file of histograms.`);
   }
   const { calibration, columns } = parseTable(await file.text());
-  return columns.map(({ label, counts }) => ({ label: `${label} (file)`, counts, calibration, path: null }));
+  return columns.map(({ label, counts }) => copyOf({ label: `${label} (file)`, counts, calibration, source: null }));
 }

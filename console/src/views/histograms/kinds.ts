@@ -11,10 +11,12 @@ export interface HistogramKind {
   units: readonly string[];
   /** Where in the configuration such a block belongs. */
   howToConfigure: string;
-  /** What the state of counting doesn't tell. */
+  /** What stands in place of a state of counting that tells nothing. */
   countingNote: string;
-  /** What a bin means before the operator says so. */
-  ownCalibration: (block: Block | undefined) => Calibration;
+  /** What a bin means before the operator calibrates; `unitNs` is what is known of the timestamps' unit. */
+  ownCalibration: (block: Block | undefined, unitNs: number | null) => Calibration;
+  /** Whether the unit of timestamps makes an axis of this block. */
+  hasTimestampUnit: (block: Block) => boolean;
 }
 
 export const spectra: HistogramKind = {
@@ -25,6 +27,7 @@ export const spectra: HistogramKind = {
   howToConfigure: "behind a source or a tee",
   countingNote: "",
   ownCalibration: () => inBins,
+  hasTimestampUnit: () => false,
 };
 
 export const times: HistogramKind = {
@@ -34,10 +37,20 @@ export const times: HistogramKind = {
   units: ["ns", "µs", "ms", "s"],
   howToConfigure: "behind a source or a tee",
   countingNote: "Times are counted always, stopped or not.",
-  ownCalibration: (block) => {
-    const binning = block?.shape["binning"];
-    return typeof binning === "number" && binning > 0 && Number.isFinite(binning)
+  ownCalibration: (block, unitNs) => {
+    const binning = binningOf(block);
+    if (binning === null) {
+      return inBins;
+    }
+    return unitNs === null
       ? { gain: binning, offset: 0, unit: "timestamp units" }
-      : inBins;
+      : { gain: binning * unitNs, offset: 0, unit: "ns" };
   },
+  hasTimestampUnit: (block) => binningOf(block) !== null,
 };
+
+/** So many timestamp units are a bin; null where the server doesn't tell. */
+function binningOf(block: Block | undefined): number | null {
+  const binning = block?.shape["binning"];
+  return typeof binning === "number" && binning > 0 && Number.isFinite(binning) ? binning : null;
+}

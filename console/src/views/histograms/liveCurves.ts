@@ -1,13 +1,13 @@
 import { faultOf } from "../../server/poll";
 import { getHistograms } from "../../server/queries";
 import type { Answerer } from "../../server/Server";
+import { curveKey } from "./curveKey";
 import type { Selection } from "./selection";
 
 /** A channel's counts, as last asked for. */
 export interface LiveCurve {
   key: string;
   label: string;
-  path: string;
   counts: ArrayLike<number>;
 }
 
@@ -34,8 +34,7 @@ export async function askFor(answerer: Answerer, selections: readonly Selection[
     }
     const { block, channels, histograms } = answer.value;
     for (const { channel, counts } of histograms) {
-      const [key, label] = [`${block.path}@${channel}`, `${block.name} · ch ${channel}`];
-      result.curves.push({ key, label, path: block.path, counts });
+      result.curves.push({ key: curveKey(block.path, channel), label: `${block.name} · ch ${channel}`, counts });
     }
     if (histograms.length < channels.length) {
       const missing = channels.slice(histograms.length).join(", ");

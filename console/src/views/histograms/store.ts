@@ -1,21 +1,18 @@
 import { signal } from "@preact/signals";
-import { type Calibration, isCalibration, type KnownPoint } from "../../analysis/calibration";
+import { type Calibration, isCalibration } from "../../analysis/calibration";
 import type { Range } from "../../analysis/region";
 import { load, save } from "../../base/storage";
+import { blockPathOf } from "./curveKey";
+import type { KnownLine } from "./knownLines";
 
-// What the operator entered about a block stays in the browser, by the block's path.
+// What the operator entered stays in the browser: calibrations and known lines by curve, since channels differ;
+// regions, which are parts of the axis in bins, by the block's path.
 
-/** A part of the axis, in bins, and where its line belongs when that is known. */
-export interface Region extends Range {
-  known?: KnownLine;
-}
-
-export interface KnownLine extends KnownPoint {
-  /** The curve that the line was fitted in: channels of a block differ. */
-  curve: string;
-}
+/** A part of the axis, in bins. */
+export type Region = Range;
 
 export const mostRegions = 12;
+const mostLines = 32;
 
 const version = signal(0);
 
@@ -33,14 +30,42 @@ function write(key: string, value: unknown): void {
   ++version.value;
 }
 
-/** Null where the operator entered none. */
-export function storedCalibration(path: string): Calibration | null {
-  const value = read(`calibration ${path}`);
+/** Null where the operator entered none. `owner` is a curve, or a block's path: what holds for all its channels. */
+export function calibrationKeptFor(owner: string): Calibration | null {
+  const value = read(`calibration ${owner}`);
   return isCalibration(value) ? value : null;
 }
 
-export function storeCalibration(path: string, calibration: Calibration | null): void {
-  write(`calibration ${path}`, calibration);
+/** The curve's own, or else its block's. */
+export function storedCalibration(curve: string): Calibration | null {
+  return calibrationKeptFor(curve) ?? calibrationKeptFor(blockPathOf(curve));
+}
+
+export function storeCalibration(owner: string, calibration: Calibration | null): void {
+  write(`calibration ${owner}`, calibration);
+}
+
+/** How long a unit of the block's timestamps is; null where the operator didn't say. */
+export function storedUnitNs(path: string): number | null {
+  const value = read(`timestamp unit ${path}`);
+  return isPositive(value) ? value : null;
+}
+
+export function storeUnitNs(path: string, ns: number | null): void {
+  write(`timestamp unit ${path}`, ns);
+}
+
+export function isPositive(value: unknown): value is number {
+  return typeof value === "number" && value > 0 && value < Infinity;
+}
+
+export function storedLines(curve: string): KnownLine[] {
+  const value = read(`lines ${curve}`);
+  return Array.isArray(value) ? value.filter(isLine).slice(0, mostLines) : [];
+}
+
+export function storeLines(curve: string, lines: readonly KnownLine[]): void {
+  write(`lines ${curve}`, lines.length === 0 ? null : lines.slice(0, mostLines));
 }
 
 export function storedRegions(path: string): Region[] {
@@ -53,18 +78,11 @@ export function storeRegions(path: string, regions: readonly Region[]): void {
 }
 
 function isRegion(value: unknown): value is Region {
-  const { from, to, known } = (value ?? {}) as Partial<Record<keyof Region, unknown>>;
-  return (
-    Number.isInteger(from) && Number.isInteger(to) && (from as number) >= 0 && (to as number) > (from as number) &&
-    (known === undefined || isKnownLine(known))
-  );
+  const { from, to } = (value ?? {}) as Partial<Record<keyof Region, unknown>>;
+  return Number.isInteger(from) && Number.isInteger(to) && (from as number) >= 0 && (to as number) > (from as number);
 }
 
-function isKnownLine(value: unknown): value is KnownLine {
-  const { bin, position, curve } = (value ?? {}) as Partial<Record<keyof KnownLine, unknown>>;
-  return Number.isFinite(bin) && Number.isFinite(position) && typeof curve === "string";
-}
-
-export function knownLines(regions: readonly Region[], curve: string): KnownLine[] {
-  return regions.flatMap(({ known }) => (known?.curve === curve ? known : []));
+function isLine(value: unknown): value is KnownLine {
+  const { bin, position, unit } = (value ?? {}) as Partial<Record<keyof KnownLine, unknown>>;
+  return Number.isFinite(bin) && Number.isFinite(position) && typeof unit === "string";
 }

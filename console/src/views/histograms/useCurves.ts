@@ -3,11 +3,12 @@ import { type Calibration, inBins } from "../../analysis/calibration";
 import { parameter, setParameter } from "../../app/route";
 import type { Block } from "../../model/blocks";
 import type { Reading } from "../../server/poll";
+import { blockPathOf } from "./curveKey";
 import { copiesOf, type Copy, withCopies } from "./copies";
 import type { HistogramKind } from "./kinds";
-import { copyKey, type ListedCurve, listedCurves, withAnalysed } from "./listedCurves";
+import { type ListedCurve, listedCurves } from "./listedCurves";
 import { type Selection, selectionsOf, selectionText } from "./selection";
-import { storedCalibration } from "./store";
+import { storedCalibration, storedUnitNs } from "./store";
 import type { LiveCurves } from "./liveCurves";
 import { useFirstChannel } from "./useFirstChannel";
 import { useHistograms } from "./useHistograms";
@@ -37,14 +38,17 @@ export function useCurves(kind: HistogramKind, blocks: readonly Block[]): Curves
   useFirstChannel(chosen === null ? blocks[0] : undefined, blocks);
   const reading = useHistograms(selections, isFrozen);
   const copies = copiesOf(kind.blockType);
-  const calibrationOf = (path: string): Calibration =>
-    storedCalibration(path) ?? kind.ownCalibration(blocks.find((block) => block.path === path));
-  const calibrations = JSON.stringify(blocks.map((block) => calibrationOf(block.path)));
-  const key = parameter("on");
-  const { curves, analysed } = useMemo(
-    () => withAnalysed(listedCurves(reading.value?.curves ?? [], copies.value, calibrationOf), key, calibrationOf),
-    [reading.value, copies.value, calibrations, key],
+  const blockOf = (curve: string): Block | undefined => blocks.find(({ path }) => path === blockPathOf(curve));
+  const calibrationOf = (curve: string): Calibration =>
+    storedCalibration(curve) ?? kind.ownCalibration(blockOf(curve), storedUnitNs(blockPathOf(curve)));
+  const live = reading.value?.curves ?? [];
+  const sources = [...live.map(({ key }) => key), ...copies.value.flatMap(({ source }) => source ?? [])];
+  const curves = useMemo(
+    () => listedCurves(live, copies.value, calibrationOf),
+    [reading.value, copies.value, JSON.stringify(sources.map(calibrationOf))],
   );
+  const on = parameter("on");
+  const analysed = curves.find(({ key }) => key === on) ?? curves[0];
   const choose = (next: Selection[]): void => {
     setFrozen(false);
     setParameter("show", selectionText(next, blocks));
@@ -52,9 +56,9 @@ export function useCurves(kind: HistogramKind, blocks: readonly Block[]): Curves
   return {
     selections, choose, reading, isFrozen, setFrozen, curves, analysed,
     analyse: (next) => setParameter("on", next),
-    block: blocks.find((block) => block.path === analysed?.path),
+    block: analysed?.source == null ? undefined : blockOf(analysed.source),
     axis: analysed?.calibration ?? inBins,
     addCopies: (more) => (copies.value = withCopies(copies.value, more)),
-    remove: (curve) => (copies.value = copies.value.filter((_, i) => copyKey(i) !== curve.key)),
+    remove: (curve) => (copies.value = copies.value.filter(({ key }) => key !== curve.key)),
   };
 }

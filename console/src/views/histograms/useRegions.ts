@@ -5,7 +5,7 @@ import { type Range, rangeWithin } from "../../analysis/region";
 import { parameter, setParameter } from "../../app/route";
 import type { Band, Span } from "../../charts/curves";
 import type { Curves } from "./useCurves";
-import { mostRegions, type Region, storeCalibration, storedRegions, storeRegions } from "./store";
+import { mostRegions, type Region, storedRegions, storeRegions } from "./store";
 import { type FitReading, useFit } from "./useFit";
 
 export interface Regions {
@@ -18,7 +18,6 @@ export interface Regions {
   mark: (from: number, to: number) => void;
   /** Of what is looked at. */
   markClearest: (span: Span) => void;
-  calibrate: (regions: Region[], calibration: Calibration) => void;
   reading: FitReading;
   fault: string | null;
 }
@@ -56,10 +55,6 @@ export function useRegions({ analysed, block, axis }: Curves): Regions {
     remove: (index) => storeRegions(path, regions.filter((_, i) => i !== index)),
     mark: (from, to) => addOr(rangeWithin(binOf(from, axis), binOf(to, axis), bins), tooNarrow),
     markClearest: (span) => addOr(clearestPeak(counts ?? [], binsOfSpan(span, axis, bins), regions), noPeak),
-    calibrate: (next, calibration) => {
-      storeRegions(path, next);
-      storeCalibration(path, calibration);
-    },
   };
 }
 
