@@ -1,3 +1,4 @@
+import "./curves.css";
 import { useEffect, useRef, useState } from "preact/hooks";
 import { isTyping } from "../base/typing";
 import { isDark } from "../base/theme";
@@ -12,6 +13,8 @@ export interface CurveChartProps {
   span: Span;
   onSpan: (span: Span) => void;
   bands?: readonly Band[];
+  /** Whether dragging marks; with Shift held it always does. */
+  isMarking?: boolean;
   onMark?: (from: number, to: number) => void;
   /** What stands beside the cursor: the position's text and a value of each curve at this index. */
   readOut?: (index: number, x: number) => string;
@@ -21,19 +24,21 @@ export interface CurveChartProps {
 
 const noBands: readonly Band[] = [];
 
-/** Curves with zoom, cursor and marks; has the keys + - ← → Home when it has the focus. */
+/** Curves with zoom, cursor and marks; has the keys + - ← → Home, and , and . for the cursor, when it has the focus. */
 export function CurveChart(props: CurveChartProps): preact.JSX.Element {
   const place = useRef<HTMLDivElement>(null);
   const plot = useRef<CurvePlot | null>(null);
   const latest = useRef(props);
   latest.current = props;
   const [cursor, setCursor] = useState<number | null>(null);
+  const [spoken, setSpoken] = useState("");
 
   useEffect(() => {
     const made = new CurvePlot(place.current!, {
       onSpan: (span) => latest.current.onSpan(span),
       onCursor: setCursor,
       onMark: (from, to) => latest.current.onMark?.(from, to),
+      isMarking: () => latest.current.isMarking === true,
     });
     plot.current = made;
     return () => made.destroy();
@@ -45,13 +50,27 @@ export function CurveChart(props: CurveChartProps): preact.JSX.Element {
     () => plot.current!.show(set, span, bands, { xLabel, yLabel, isLog, isDark: dark }),
     [set, span, bands, xLabel, yLabel, isLog, dark],
   );
+  const textAt = (x: number | null): string =>
+    x === null || !props.readOut ? "" : props.readOut(plot.current!.indexAt(x), x);
+  const onKey = (event: KeyboardEvent): void => {
+    if (act(event, plot.current!)) {
+      setSpoken(textAt(plot.current!.cursorAt()));
+    }
+  };
 
   return (
-    <div class="chart" tabIndex={0} role="img" aria-label={props.description} onKeyDown={(event) => onKey(event, plot.current!)}>
-      <div class="plot" ref={place} />
-      <p class="readout" data-test="readout">
-        {cursor === null || !props.readOut ? "" : props.readOut(plot.current!.indexAt(cursor), cursor)}
-      </p>
+    <div
+      class="chart curvechart"
+      tabIndex={0}
+      role="group"
+      aria-roledescription="chart"
+      aria-label={props.description}
+      onKeyDown={onKey}
+    >
+      <div class={props.isMarking ? "plot marking" : "plot"} ref={place} />
+      <p class="readout" data-test="readout">{textAt(cursor)}</p>
+      {/* The counts change all the time: only what keys ask for is read out. */}
+      <p class="spoken" aria-live="polite">{spoken}</p>
     </div>
   );
 }
@@ -65,12 +84,17 @@ const actions: Record<string, (plot: CurvePlot) => void> = {
   PageUp: (plot) => plot.move(-0.9),
   PageDown: (plot) => plot.move(0.9),
   Home: (plot) => plot.choose(null),
+  ",": (plot) => plot.step(-1),
+  ".": (plot) => plot.step(1),
 };
 
-function onKey(event: KeyboardEvent, plot: CurvePlot): void {
+/** Whether the key is one of the chart's. */
+function act(event: KeyboardEvent, plot: CurvePlot): boolean {
   const action = actions[event.key];
-  if (action !== undefined && !isTyping(event)) {
-    action(plot);
-    event.preventDefault();
+  if (action === undefined || isTyping(event)) {
+    return false;
   }
+  action(plot);
+  event.preventDefault();
+  return true;
 }

@@ -1,31 +1,24 @@
 import uPlot from "uplot";
 import "uplot/dist/uPlot.min.css";
-import { short } from "../base/format";
-import {
-  type Band, curveColour, type CurveSet, extent, indexAt, limited, logFloor, type Span, tickTexts, valueRange, zoomed,
-} from "./curves";
-
-export interface PlotLook {
-  xLabel: string;
-  yLabel: string;
-  isLog: boolean;
-  isDark: boolean;
-}
+import { columnsOf } from "./curveData";
+import { listenToCurveGestures } from "./curveGestures";
+import { CurveLabels } from "./curveLabels";
+import { axesOf, type PlotLook, seriesOf } from "./curveLook";
+import { type Band, centreAt, type CurveSet, extent, indexAt, limited, type Span, valueRange, zoomed } from "./curves";
+import { drawBands } from "./drawBands";
 
 export interface PlotEvents {
   /** The operator chose what to look at. */
   onSpan: (span: Span) => void;
   /** The position under the cursor; null when it left. */
   onCursor: (x: number | null) => void;
-  /** A part of the axis was marked with shift and mouse. */
-  onMark?: (from: number, to: number) => void;
+  /** A part of the axis was marked. */
+  onMark: (from: number, to: number) => void;
+  /** Whether dragging marks. */
+  isMarking: () => boolean;
 }
 
-/**
- * Curves in a canvas, over uPlot: the wheel zooms, and moves with shift; dragging chooses a part, and marks one with
- * shift; a double click shows all; one finger moves, two zoom. Curves may be given as often as they change: the look
- * stays.
- */
+/** Curves in a canvas, over uPlot. They may be given as often as they change: the look stays. */
 export class CurvePlot {
   private plot: uPlot | null = null;
   private layout = "";
@@ -33,6 +26,10 @@ export class CurvePlot {
   private span: Span = null;
   private bands: readonly Band[] = [];
   private look: PlotLook = { xLabel: "", yLabel: "", isLog: false, isDark: false };
+  private cursor: number | null = null;
+  /** Where keys put the cursor: it stays there, whatever is looked at, until the mouse takes it. */
+  private held: number | null = null;
+  private readonly labels = new CurveLabels();
   private readonly watcher = new ResizeObserver(() => this.fit());
 
   constructor(
@@ -53,133 +50,14 @@ export class CurvePlot {
     this.span = span;
     this.bands = bands;
     this.look = look;
-    const layout = JSON.stringify([look, set.steps, set.curves.map((curve) => [curve.label, curve.colour, curve.dashed])]);
+    const curves = set.curves.map(({ label, colour, dashed }) => [label, colour, dashed]);
+    const layout = JSON.stringify([look, set.steps, curves]);
     if (this.plot === null || layout !== this.layout) {
       this.layout = layout;
       this.rebuild();
     } else {
       this.plot.setData(this.data());
     }
-  }
-
-  /** From the first to the last position; of steps to the end of the last. */
-  private whole(): readonly [number, number] {
-    const { x, steps } = this.set;
-    const last = x[x.length - 1] ?? 1;
-    return [x[0] ?? 0, steps && x.length > 1 ? 2 * last - x[x.length - 2]! : last];
-  }
-
-  private shown(): readonly [number, number] {
-    return this.span ?? this.whole();
-  }
-
-  // What isn't above zero has no place on a logarithmic axis: it stands at its foot.
-  private data(): uPlot.AlignedData {
-    const columns = this.set.curves.map(({ values, gaps }) => {
-      if (gaps) {
-        return Array.from(values, (value) => (Number.isNaN(value) ? null : this.look.isLog ? Math.max(value, logFloor) : value));
-      }
-      if (!this.look.isLog) {
-        return values as Float64Array;
-      }
-      const raised = new Float64Array(values.length);
-      for (let i = 0; i < values.length; ++i) {
-        raised[i] = values[i]! > logFloor ? values[i]! : logFloor;
-      }
-      return raised;
-    });
-    return [this.set.x, ...columns];
-  }
-
-  private rebuild(): void {
-    this.plot?.destroy();
-    const { width, height } = this.place.getBoundingClientRect();
-    this.plot = new uPlot(
-      { ...this.options(), width: Math.max(80, width), height: Math.max(80, height) },
-      this.data(),
-      this.place,
-    );
-    this.listen(this.plot.over);
-  }
-
-  private options(): Omit<uPlot.Options, "width" | "height"> {
-    const ink = this.look.isDark ? "#b8c0cc" : "#444c56";
-    const grid = { stroke: this.look.isDark ? "#2a3038" : "#e3e6ea", width: 1 };
-    const font = "12px system-ui, sans-serif";
-    const axis = { stroke: ink, grid, ticks: grid, font, labelFont: font, labelSize: 18 };
-    return {
-      legend: { show: false },
-      cursor: { drag: { x: true, y: false, setScale: false }, points: { show: false }, y: false },
-      scales: {
-        x: { time: false, range: () => [...this.shown()] as [number, number] },
-        y: { distr: this.look.isLog ? 3 : 1, range: () => valueRange(extent(this.set, this.span), this.look.isLog) },
-      },
-      axes: [
-        { ...axis, label: this.look.xLabel, values: (_, ticks) => tickTexts(ticks) },
-        { ...axis, label: this.look.yLabel, size: 62, values: (_, ticks) => ticks.map((tick) => (tick === null ? "" : short(tick))) },
-      ],
-      series: [{}, ...this.set.curves.map((curve) => this.seriesOf(curve.label, curve.colour, curve.dashed ?? false))],
-      hooks: {
-        drawClear: [(plot) => this.drawBands(plot)],
-        setSelect: [(plot) => this.onSelect(plot)],
-        setCursor: [(plot) => this.onCursor(plot)],
-      },
-    };
-  }
-
-  private seriesOf(label: string, colour: number, dashed: boolean): uPlot.Series {
-    const stepped = uPlot.paths.stepped!({ align: 1 });
-    const linear = uPlot.paths.linear!();
-    return {
-      label,
-      stroke: curveColour(colour, this.look.isDark),
-      width: dashed ? 2 : 1.25,
-      points: { show: false },
-      spanGaps: false,
-      ...(dashed ? { dash: [6, 4] } : {}),
-      // Where many bins share a pixel, steps can't be seen, and cost.
-      paths: (plot, index, from, to) =>
-        (this.set.steps && to - from < 1.5 * plot.bbox.width ? stepped : linear)(plot, index, from, to),
-    };
-  }
-
-  private drawBands(plot: uPlot): void {
-    const { ctx, bbox } = plot;
-    ctx.save();
-    ctx.beginPath();
-    ctx.rect(bbox.left, bbox.top, bbox.width, bbox.height);
-    ctx.clip();
-    for (const band of this.bands) {
-      const [left, right] = [plot.valToPos(band.from, "x", true), plot.valToPos(band.to, "x", true)];
-      ctx.fillStyle = band.selected ? "rgba(90, 140, 220, 0.28)" : "rgba(130, 140, 155, 0.18)";
-      ctx.fillRect(left, bbox.top, Math.max(1, right - left), bbox.height);
-      ctx.fillStyle = this.look.isDark ? "#c9d1db" : "#30363d";
-      ctx.textAlign = "left";
-      ctx.font = `${12 * devicePixelRatio}px system-ui, sans-serif`;
-      ctx.fillText(band.label, left + 4, bbox.top + 14 * devicePixelRatio);
-    }
-    ctx.restore();
-  }
-
-  private marking = false;
-
-  private onSelect(plot: uPlot): void {
-    const { left, width } = plot.select;
-    if (width < 3) {
-      return;
-    }
-    const [from, to] = [plot.posToVal(left, "x"), plot.posToVal(left + width, "x")];
-    plot.setSelect({ left: 0, top: 0, width: 0, height: 0 }, false);
-    if (this.marking && this.events.onMark) {
-      this.events.onMark(from, to);
-    } else {
-      this.choose([from, to]);
-    }
-  }
-
-  private onCursor(plot: uPlot): void {
-    const left = plot.cursor.left ?? -1;
-    this.events.onCursor(left < 0 ? null : plot.posToVal(left, "x"));
   }
 
   /** Looks at this, cut to what there is. */
@@ -203,48 +81,130 @@ export class CurvePlot {
     this.choose(this.span === null ? null : [from + step, to + step]);
   }
 
+  /** The cursor goes on by so many positions, and what is looked at with it; the first time it comes to the middle. */
+  step(by: number): void {
+    const { x } = this.set;
+    const [from, to] = this.shown();
+    const isSeen = this.cursor !== null && this.cursor >= from && this.cursor <= to;
+    const index = isSeen ? this.indexAt(this.cursor!) + by : this.indexAt((from + to) / 2);
+    if (this.plot === null || x.length === 0) {
+      return;
+    }
+    const next = centreAt(this.set, Math.min(Math.max(index, 0), x.length - 1));
+    this.held = next;
+    if (next < from || next > to) {
+      this.choose([next - (to - from) / 2, next + (to - from) / 2]);
+    }
+    this.onCursor(next);
+    this.showHeld(this.plot);
+  }
+
   /** The position of the value that is shown at x, by index; -1 where there is none. */
   indexAt(x: number): number {
     return indexAt(this.set.x, x);
   }
 
-  private listen(over: HTMLElement): void {
-    over.addEventListener("wheel", (event) => {
-      event.preventDefault();
-      const about = this.plot!.posToVal(event.offsetX, "x");
-      if (event.shiftKey || Math.abs(event.deltaX) > Math.abs(event.deltaY)) {
-        this.move(Math.sign(event.deltaX + event.deltaY) * 0.1);
-      } else {
-        this.zoom(event.deltaY > 0 ? 1.25 : 0.8, about);
-      }
-    }, { passive: false });
-    over.addEventListener("mousedown", (event) => (this.marking = event.shiftKey), { capture: true });
-    over.addEventListener("dblclick", () => this.choose(null));
-    this.listenToFingers(over);
+  /** The position under the cursor; null where there is none. */
+  cursorAt(): number | null {
+    return this.cursor;
   }
 
-  // One finger moves, two zoom.
-  private listenToFingers(over: HTMLElement): void {
-    let before: { at: number; width: number } | null = null;
-    const read = (event: TouchEvent): { at: number; width: number } => {
-      const left = over.getBoundingClientRect().left;
-      const [a, b] = [event.touches[0]!, event.touches[1] ?? event.touches[0]!];
-      return { at: (a.clientX + b.clientX) / 2 - left, width: Math.abs(a.clientX - b.clientX) };
+  /** From the first to the last position; of steps to the end of the last. */
+  private whole(): readonly [number, number] {
+    const { x, steps } = this.set;
+    const last = x[x.length - 1] ?? 1;
+    return [x[0] ?? 0, steps && x.length > 1 ? 2 * last - x[x.length - 2]! : last];
+  }
+
+  private shown(): readonly [number, number] {
+    return this.span ?? this.whole();
+  }
+
+  private data(): uPlot.AlignedData {
+    return [this.set.x, ...columnsOf(this.set, this.look.isLog)] as uPlot.AlignedData;
+  }
+
+  private rebuild(): void {
+    this.plot?.destroy();
+    const { width, height } = this.place.getBoundingClientRect();
+    const size = { width: Math.max(80, width), height: Math.max(80, height) };
+    this.plot = new uPlot({ ...this.options(), ...size }, this.data(), this.place);
+    this.listen(this.plot);
+  }
+
+  private options(): Omit<uPlot.Options, "width" | "height"> {
+    return {
+      legend: { show: false },
+      cursor: {
+        drag: { x: false, y: false },
+        points: { show: false },
+        y: false,
+        move: (plot, left, top) => (this.held === null ? [left, top] : [leftOf(plot, this.held), 0]),
+      },
+      scales: {
+        x: { time: false, range: () => [...this.shown()] as [number, number] },
+        y: {
+          distr: this.look.isLog ? 3 : 1,
+          range: () => valueRange(extent(this.set, this.span), this.look.isLog),
+        },
+      },
+      axes: axesOf(this.look),
+      series: [{}, ...this.set.curves.map((curve) => seriesOf(curve, this.set.steps, this.look.isDark))],
+      hooks: {
+        drawClear: [(plot) => drawBands(plot, this.bands, this.look.isDark)],
+        draw: [(plot) => this.onDrawn(plot)],
+        setCursor: [(plot) => this.onMoved(plot)],
+      },
     };
-    over.addEventListener("touchstart", (event) => (before = read(event)), { passive: true });
-    over.addEventListener("touchend", () => (before = null), { passive: true });
-    over.addEventListener("touchmove", (event) => {
-      event.preventDefault();
-      const next = read(event);
-      if (before !== null) {
-        if (before.width > 20 && next.width > 20) {
-          this.zoom(before.width / next.width, this.plot!.posToVal(next.at, "x"));
-        } else {
-          this.move((before.at - next.at) / over.clientWidth);
-        }
-      }
-      before = next;
-    }, { passive: false });
+  }
+
+  private onDrawn(plot: uPlot): void {
+    this.labels.draw(plot, this.set, this.shown(), this.look.isDark);
+    this.showHeld(plot);
+  }
+
+  private showHeld(plot: uPlot): void {
+    if (this.held !== null) {
+      plot.setCursor({ left: 0, top: 0 });
+    }
+  }
+
+  private onMoved(plot: uPlot): void {
+    const left = plot.cursor.left ?? -1;
+    if (this.held === null) {
+      this.onCursor(left < 0 ? null : plot.posToVal(left, "x"));
+    }
+  }
+
+  // Browsers tell of moves of a mouse that rests, too, when the page moves under it.
+  private onMouse({ movementX, movementY }: MouseEvent): void {
+    if (movementX !== 0 || movementY !== 0) {
+      this.held = null;
+    }
+  }
+
+  private onCursor(x: number | null): void {
+    this.cursor = x;
+    this.events.onCursor(x);
+  }
+
+  private listen(plot: uPlot): void {
+    const { over } = plot;
+    const at = (left: number): number => plot.posToVal(left, "x");
+    const span = ([from, to]: readonly [number, number]): [number, number] => [at(from), at(to)];
+    over.addEventListener("mousemove", (event) => this.onMouse(event), { capture: true });
+    listenToCurveGestures(over, {
+      isMarking: this.events.isMarking,
+      onZoom: (about, factor) => this.zoom(factor, at(about)),
+      onMove: (by) => this.move(-by / Math.max(1, over.clientWidth)),
+      onDrag: (part) => {
+        const [left, right] = part ?? [0, 0];
+        plot.setSelect({ left, top: 0, width: right - left, height: part === null ? 0 : over.clientHeight }, false);
+      },
+      onChosen: (part) => this.choose(span(part)),
+      onMarked: (part) => this.events.onMark(...span(part)),
+      onWhole: () => this.choose(null),
+    });
   }
 
   private fit(): void {
@@ -253,4 +213,10 @@ export class CurvePlot {
       this.plot.setSize({ width, height });
     }
   }
+}
+
+/** In pixels; less than nothing, where no cursor is drawn, beyond the edges. */
+function leftOf(plot: uPlot, x: number): number {
+  const left = plot.valToPos(x, "x");
+  return left > plot.over.clientWidth ? -1 : left;
 }

@@ -3,13 +3,15 @@ import { short } from "../base/format";
 /** A curve to be drawn: values by position, in ascending order of x. */
 export interface Curve {
   label: string;
-  /** Which of the colours of curves. */
-  colour: number;
+  colour: CurveColour;
   values: ArrayLike<number>;
   dashed?: boolean;
   /** Some values are NaN: nothing is drawn there. */
   gaps?: boolean;
 }
+
+/** Which of the colours of curves, or that of text. */
+export type CurveColour = number | "ink";
 
 /** Curves over common positions. */
 export interface CurveSet {
@@ -30,13 +32,17 @@ export interface Band {
   selected: boolean;
 }
 
-// Colours that colour-blind eyes tell apart, of like weight on light and on dark ground.
-const light = ["#0072b2", "#d55e00", "#007a5a", "#b4508a", "#7a5c00", "#00a3c4", "#5b5b5b", "#8a3ffc"];
-const dark = ["#56b4e9", "#ff9d4d", "#2fc79b", "#e58cc0", "#e8c547", "#7fe0f0", "#c2c2c2", "#b794ff"];
+// Searched for: those that lie farthest apart to all kinds of colour vision, and stand out from the ground.
+const light = ["#4477ff", "#664477", "#662200", "#1111cc", "#888855", "#dd44bb", "#446655", "#aa7700"];
+const dark = ["#77ffaa", "#ee77ff", "#667777", "#bb7711", "#66aa77", "#aa99bb", "#ffbb33", "#7755ff"];
 
-export function curveColour(index: number, isDark: boolean): string {
+export function curveColour(colour: CurveColour, isDark: boolean): string {
   const colours = isDark ? dark : light;
-  return colours[index % colours.length]!;
+  return colour === "ink" ? inkColour(isDark) : colours[colour % colours.length]!;
+}
+
+export function inkColour(isDark: boolean): string {
+  return isDark ? "#d5dbe3" : "#24292f";
 }
 
 /** The span cut to what there is, of at least `least`; null when it is all of that. */
@@ -67,6 +73,16 @@ export function indexAt(x: Float64Array, position: number): number {
     }
   }
   return low - 1;
+}
+
+/** The position of a value: the middle of its step, or its point. */
+export function centreAt({ x, steps }: CurveSet, index: number): number {
+  const last = x.length - 1;
+  if (!steps || last < 1) {
+    return x[index]!;
+  }
+  const width = index < last ? x[index + 1]! - x[index]! : x[last]! - x[last - 1]!;
+  return x[index]! + width / 2;
 }
 
 /** The least and the greatest value that is seen, over all curves; null when nothing is. */

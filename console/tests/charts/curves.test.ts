@@ -1,5 +1,7 @@
 import { describe, expect, it } from "vitest";
-import { curveColour, type CurveSet, extent, indexAt, limited, tickTexts, valueRange, zoomed } from "../../src/charts/curves";
+import {
+  centreAt, curveColour, type CurveSet, extent, indexAt, limited, tickTexts, valueRange, zoomed,
+} from "../../src/charts/curves";
 
 const set = (x: number[], ...curves: number[][]): CurveSet => ({
   x: Float64Array.from(x),
@@ -30,6 +32,14 @@ describe("The position under the cursor", () => {
     const x = Float64Array.of(0, 1, 2, 5);
     expect([-1, 0, 0.9, 1, 4.9, 5, 99].map((at) => indexAt(x, at))).toEqual([-1, 0, 0, 1, 2, 3, 3]);
     expect(indexAt(new Float64Array(0), 1)).toBe(-1);
+  });
+});
+
+describe("The position of a value", () => {
+  it("is the middle of its step, or its point", () => {
+    expect([0, 1, 2].map((i) => centreAt(set([0, 2, 6]), i))).toEqual([1, 4, 8]);
+    expect([0, 1, 2].map((i) => centreAt({ ...set([0, 2, 6]), steps: false }, i))).toEqual([0, 2, 6]);
+    expect(centreAt(set([5]), 0)).toBe(5);
   });
 });
 

@@ -1,26 +1,7 @@
 import { describe, expect, it } from "vitest";
-import { fitted, formatSettings, neighbourStep, niceStep, parseSettings } from "../../src/views/scope/vertical";
+import { fitted, formatSettings, neighbourStep, parseSettings } from "../../src/views/scope/vertical";
 
 describe("a nice step", () => {
-  it.each([
-    [1, 1],
-    [1.1, 2],
-    [2, 2],
-    [2.1, 5],
-    [5.1, 10],
-    [99, 100],
-    [137, 200],
-    [0.03, 0.05],
-    [0.001, 0.001],
-    [4e9, 5e9],
-  ])("for %d is %d", (least, step) => {
-    expect(niceStep(least)).toBeCloseTo(step, 12);
-  });
-
-  it("is 1 for what is no size", () => {
-    expect([0, -5, NaN, Infinity].map(niceStep)).toEqual([1, 1, 1, 1]);
-  });
-
   it("has neighbours in the series, both ways", () => {
     const up = [1, 2, 5, 10, 20].map((step) => neighbourStep(step, true));
     expect(up).toEqual([2, 5, 10, 20, 50]);

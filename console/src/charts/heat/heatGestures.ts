@@ -1,3 +1,5 @@
+import { pinchFactor, turnOf } from "../pinch";
+
 export interface Point {
   x: number;
   y: number;
@@ -54,11 +56,11 @@ export function listenToGestures(element: HTMLElement, gestures: Gestures): void
 
 function onWheel(event: WheelEvent, at: Point, { onMove, onZoom }: Gestures): void {
   event.preventDefault();
-  const isSideways = event.shiftKey || Math.abs(event.deltaX) > Math.abs(event.deltaY);
-  if (isSideways) {
-    onMove(-Math.sign(event.deltaX + event.deltaY) * wheelStep * 0.5, 0);
-  } else if (event.deltaY !== 0) {
-    onZoom(at, event.deltaY > 0 ? 1.25 : 0.8);
+  const { factor, sideways } = turnOf(event);
+  if (sideways !== 0) {
+    onMove(-sideways * wheelStep * 0.5, 0);
+  } else if (factor !== 1) {
+    onZoom(at, factor);
   }
 }
 
@@ -71,8 +73,9 @@ function onDrag(down: Map<number, Point>, id: number, to: Point, { onMove, onZoo
   onMove((to.x - from.x) * share, (to.y - from.y) * share);
   if (other !== undefined) {
     const distance = (point: Point): number => Math.hypot(point.x - other.x, point.y - other.y);
-    if (distance(from) > 20 && distance(to) > 20) {
-      onZoom({ x: (to.x + other.x) / 2, y: (to.y + other.y) / 2 }, distance(from) / distance(to));
+    const factor = pinchFactor(distance(from), distance(to));
+    if (factor !== 1) {
+      onZoom({ x: (to.x + other.x) / 2, y: (to.y + other.y) / 2 }, factor);
     }
   }
 }

@@ -1,20 +1,16 @@
+import { roundStep } from "../roundStep";
+
 /** Round values (1, 2 or 5 times a power of ten apart) within the range, about `count` or fewer of them. */
 export function roundTicks(low: number, high: number, count: number, leastStep = 0): number[] {
   if (!(high > low) || count < 1) {
     return [];
   }
-  const step = roundStep((high - low) / count, leastStep);
+  const step = Math.max(roundStep((high - low) / count), leastStep);
   const ticks: number[] = [];
   for (let i = Math.ceil(low / step - 1e-9); i * step <= high + step * 1e-9; ++i) {
     ticks.push(Number((i * step).toPrecision(12)));
   }
   return ticks;
-}
-
-function roundStep(least: number, leastStep: number): number {
-  const power = 10 ** Math.floor(Math.log10(least));
-  const factor = [1, 2, 5, 10].find((candidate) => candidate * power >= least * (1 - 1e-9)) ?? 10;
-  return Math.max(factor * power, leastStep);
 }
 
 /** Powers of ten within the range, thinned to `count`; over a short range round values between them, too. */

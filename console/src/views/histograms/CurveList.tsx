@@ -1,6 +1,6 @@
 import { isDark } from "../../base/theme";
 import { whole } from "../../base/format";
-import { curveColour } from "../../charts/curves";
+import { type CurveColour, curveColour } from "../../charts/curves";
 import { fitColour } from "./display";
 import type { ListedCurve } from "./listedCurves";
 import { totalOf } from "./selection";
@@ -63,7 +63,7 @@ function CurveRow(props: Props & { curve: ListedCurve; colour: number }): preact
   );
 }
 
-function Swatch({ colour, isDashed }: { colour: number; isDashed: boolean }): preact.JSX.Element {
+function Swatch({ colour, isDashed }: { colour: CurveColour; isDashed: boolean }): preact.JSX.Element {
   const style = { borderColor: curveColour(colour, isDark.value) };
   return <span class={isDashed ? "swatch dashed" : "swatch"} style={style} />;
 }

@@ -74,6 +74,6 @@ async function savePicture({ title, curves, fitText, place }: Props): Promise<vo
 }
 
 function legendOf(curves: readonly ShownCurve[], fitText: string | null): LegendEntry[] {
-  const entries = curves.map(({ label, isCopy }, colour) => ({ label, colour, isDashed: isCopy }));
+  const entries: LegendEntry[] = curves.map(({ label, isCopy }, colour) => ({ label, colour, isDashed: isCopy }));
   return fitText === null ? entries : [...entries, { label: fitText, colour: fitColour, isDashed: true }];
 }

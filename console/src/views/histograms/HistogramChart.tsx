@@ -16,9 +16,12 @@ interface Props {
   factor: number;
   span: Span;
   onSpan: (span: Span) => void;
+  isMarking: boolean;
+  setMarking: (isMarking: boolean) => void;
 }
 
-export function HistogramChart({ kind, shown, regions, isLog, factor, span, onSpan }: Props): preact.JSX.Element {
+export function HistogramChart(props: Props): preact.JSX.Element {
+  const { kind, shown, regions, isLog, factor, span, onSpan, isMarking, setMarking } = props;
   const { curves, axis } = shown;
   const fit = regions.reading.fit;
   const set = useMemo(
@@ -39,7 +42,11 @@ export function HistogramChart({ kind, shown, regions, isLog, factor, span, onSp
       span={steadySpan}
       onSpan={onSpan}
       bands={bands}
-      onMark={regions.mark}
+      isMarking={isMarking}
+      onMark={(from, to) => {
+        setMarking(false);
+        regions.mark(from, to);
+      }}
       readOut={(index) => readOut(index, curves, set.curves.map(({ values }) => values), axis, factor)}
       description={`${kind.title}: ${curves.map(({ label }) => label).join(", ")}`}
     />

@@ -1,5 +1,5 @@
 import "./histograms.css";
-import { useRef } from "preact/hooks";
+import { useRef, useState } from "preact/hooks";
 import { parameter, setParameter } from "../../app/route";
 import { blocks } from "../../app/state";
 import { timeOfDay } from "../../base/format";
@@ -41,14 +41,15 @@ function Histograms({ kind, own }: { kind: HistogramKind; own: readonly Block[] 
   const isLog = parameter("log") === "1";
   const factor = rebinFactors.find((known) => String(known) === parameter("rebin")) ?? 1;
   const place = useRef<HTMLDivElement>(null);
+  const [isMarking, setMarking] = useState(false);
   const onSpan = (next: Span): void => setLook(spanText(next, shown.axis));
   useHistogramKeys(shown, isLog, () => regions.markClearest(span));
   return (
     <div class="split histograms">
       <div class="stack">
-        <Toolbar kind={kind} shown={shown} isLog={isLog} factor={factor} onWhole={() => onSpan(null)} />
+        <Toolbar {...{ kind, shown, isLog, factor, isMarking, setMarking }} onWhole={() => onSpan(null)} />
         <div class="panel grow place" ref={place}>
-          <HistogramChart {...{ kind, shown, regions, isLog, factor, span, onSpan }} />
+          <HistogramChart {...{ kind, shown, regions, isLog, factor, span, onSpan, isMarking, setMarking }} />
         </div>
       </div>
       <SidePanels kind={kind} own={own} shown={shown} regions={regions} span={span} place={() => place.current} />

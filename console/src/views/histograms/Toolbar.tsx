@@ -13,11 +13,14 @@ interface ToolbarProps {
   shown: Curves;
   isLog: boolean;
   factor: number;
+  isMarking: boolean;
+  setMarking: (isMarking: boolean) => void;
   onWhole: () => void;
 }
 
 /** What is done with all that is shown. */
-export function Toolbar({ kind, shown, isLog, factor, onWhole }: ToolbarProps): preact.JSX.Element {
+export function Toolbar(props: ToolbarProps): preact.JSX.Element {
+  const { kind, shown, isLog, factor, isMarking, setMarking, onWhole } = props;
   const { isFrozen, setFrozen, reading, selections } = shown;
   return (
     <div class="row toolbar">
@@ -28,6 +31,15 @@ export function Toolbar({ kind, shown, isLog, factor, onWhole }: ToolbarProps): 
       </Tool>
       <RebinChoice factor={factor} />
       <Tool name="whole" title={zoomKeys} onPress={onWhole}>Show all</Tool>
+      <Tool
+        name="mark"
+        title="Then drag over a peak; with Shift held dragging marks at any time"
+        isPressed={isMarking}
+        isDisabled={shown.analysed === undefined}
+        onPress={() => setMarking(!isMarking)}
+      >
+        Mark
+      </Tool>
       <Tool name="freeze" title="Key f" isPressed={isFrozen} onPress={() => setFrozen(!isFrozen)}>
         {isFrozen ? "Go on" : "Freeze"}
       </Tool>
@@ -39,7 +51,9 @@ export function Toolbar({ kind, shown, isLog, factor, onWhole }: ToolbarProps): 
   );
 }
 
-const zoomKeys = "Key Home, on the chart; + − ← → zoom and move there, and so do the wheel and dragging";
+const zoomKeys =
+  "Key Home, on the chart; + − ← → zoom and move there, and , . move the cursor. " +
+  "The wheel zooms, dragging chooses, the right button moves.";
 
 function RebinChoice({ factor }: { factor: number }): preact.JSX.Element {
   const choose = (text: string): void => setParameter("rebin", text === "1" ? null : text);

@@ -15,7 +15,7 @@ export function adviceOf(kind: HistogramKind, progress: Progress): string {
     return "Nothing is counted yet: press Start.";
   }
   if (progress.regions === 0) {
-    return "Press “Mark the clearest peak”, or drag over a peak with Shift held: its figures come at once.";
+    return "Press “Mark the clearest peak”, or “Mark” and drag over a peak: its figures come at once.";
   }
   if (!progress.hasFit) {
     return "Choose a region below, or mark another one.";

@@ -27,8 +27,8 @@ export function binsOf(curves: readonly ShownCurve[]): number {
   return Math.max(0, ...curves.map(({ counts }) => counts.length));
 }
 
-/** The last of the colours. */
-export const fitColour = 7;
+/** Like that of no curve. */
+export const fitColour = "ink";
 
 /** `fit` is drawn over the curves. */
 export function curveSetOf(

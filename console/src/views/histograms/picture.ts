@@ -1,9 +1,9 @@
-import { curveColour } from "../../charts/curves";
+import { type CurveColour, curveColour } from "../../charts/curves";
 
 /** A name beside a piece of its curve. */
 export interface LegendEntry {
   label: string;
-  colour: number;
+  colour: CurveColour;
   isDashed: boolean;
 }
 

@@ -1,4 +1,5 @@
 import { zoomed } from "../../charts/curves";
+import { pinchFactor } from "../../charts/pinch";
 import type { View } from "./layout";
 
 export interface PointerTargets {
@@ -49,11 +50,7 @@ function dragged(targets: PointerTargets, before: number, now: number): View {
   return [from + step, to + step];
 }
 
-/** Fingers closer than this, in pixels, don't zoom: the factor would be anything. */
-const closest = 20;
-
 function pinched(targets: PointerTargets, before: number, now: number, other: number): View {
-  const [was, is] = [Math.abs(before - other), Math.abs(now - other)];
-  const view = targets.view();
-  return was < closest || is < closest ? view : zoomed(view, targets.sampleAt(other), was / is);
+  const factor = pinchFactor(Math.abs(before - other), Math.abs(now - other));
+  return zoomed(targets.view(), targets.sampleAt(other), factor);
 }

@@ -1,4 +1,4 @@
-import { niceStep } from "./vertical";
+import { roundStep } from "../../charts/roundStep";
 
 /** How positions in samples are told: times when the operator said how long a sample is. */
 export interface TimeUnit {
@@ -38,7 +38,7 @@ export interface Tick {
 /** About so many round positions in what is looked at. */
 export function ticksOf(from: number, to: number, unit: TimeUnit, count: number): Tick[] {
   const [low, high] = [from * unit.perSample, to * unit.perSample];
-  const step = niceStep((high - low) / Math.max(1, count));
+  const step = roundStep((high - low) / Math.max(1, count));
   const digits = Math.max(0, Math.min(9, -Math.floor(Math.log10(step) + 1e-9)));
   const ticks: Tick[] = [];
   for (let i = Math.ceil(low / step); i * step <= high && ticks.length < 100; ++i) {

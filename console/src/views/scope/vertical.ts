@@ -1,3 +1,4 @@
+import { roundStep } from "../../charts/roundStep";
 import type { Envelope } from "./traces";
 
 /** How a trace stands on the screen. */
@@ -10,20 +11,9 @@ export interface Vertical {
 
 export const divisions = 8;
 
-/** The least of 1, 2, 5 times a power of ten that isn't below. */
-export function niceStep(least: number): number {
-  if (!(least > 0) || !Number.isFinite(least)) {
-    return 1;
-  }
-  const power = Math.floor(Math.log10(least));
-  const decade = power < 0 ? 1 / 10 ** -power : 10 ** power;
-  const step = [1, 2, 5].find((factor) => factor * decade >= least * (1 - 1e-9)) ?? 10;
-  return step * decade;
-}
-
 /** The next coarser step of that series, or the next finer. */
 export function neighbourStep(step: number, coarser: boolean): number {
-  return niceStep(coarser ? step * 1.1 : step * 0.3);
+  return roundStep(coarser ? step * 1.1 : step * 0.3);
 }
 
 /** Shows all of what was seen, with lines at round values. */
@@ -31,7 +21,7 @@ export function fitted(seen: Envelope | null): Vertical {
   if (seen === null) {
     return { offset: 0, perDivision: 1 };
   }
-  const perDivision = niceStep((seen.high - seen.low) / (divisions - 1));
+  const perDivision = roundStep((seen.high - seen.low) / (divisions - 1));
   return { offset: Math.round((seen.low + seen.high) / 2 / perDivision) * perDivision, perDivision };
 }
 
