@@ -1,3 +1,4 @@
+import { loadPart } from "../base/loadPart";
 import { fwhmOfSigma, peakAt, peakGradientAt, type PeakParameters } from "./gauss";
 import { dot, inverseOf, type Matrix, multiplied } from "./matrix";
 import { figuresOf, type Range } from "./region";
@@ -28,7 +29,7 @@ const mostBins = 4096;
 /** Weights by the counts pull a fit down, so that only the first pass has these; the others, by the fit before. */
 const iterationsOfPasses = [20, 6, 6];
 
-/** Fails with NoFit. */
+/** Fails with NoFit, or with PartMissing when what fits can't be loaded. */
 export async function fitPeak(counts: ArrayLike<number>, range: Range): Promise<PeakFit> {
   const points = pointsOf(counts, range);
   let parameters = guess(counts, range);
@@ -97,7 +98,7 @@ async function minimise(
   start: PeakParameters,
   iterations: number,
 ): Promise<PeakParameters> {
-  const { levenbergMarquardt } = await import("ml-levenberg-marquardt");
+  const { levenbergMarquardt } = await loadPart("The fit", () => import("ml-levenberg-marquardt"));
   const { x, y, middle } = points;
   const roots = weights.map(Math.sqrt);
   const scale = [start[0], start[2], start[2], start[0] / start[2], start[0] / start[2] ** 2];

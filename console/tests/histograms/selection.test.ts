@@ -4,6 +4,7 @@ import {
   busiest,
   canAskAll,
   channelCount,
+  missingIn,
   selectionsOf,
   selectionText,
   totalOf,
@@ -38,6 +39,13 @@ describe("what is shown", () => {
     expect(selectionsOf("gone@1;spectrum0@5;spectrum0@6", [a])).toEqual([{ block: a, channels: [5] }]);
     expect(selectionsOf("spectrum0@x", [a])).toEqual([{ block: a, channels: [] }]);
     expect(selectionsOf("", [a])).toEqual([]);
+  });
+
+  it("tells which blocks aren't there, each once", () => {
+    expect(missingIn("gone@1;spectrum0@5;g%C3%B6ne@2;gone@3", [a])).toEqual(["gone", "göne"]);
+    expect(missingIn("%@1", [a])).toEqual(["%"]);
+    expect(missingIn("", [a])).toEqual([]);
+    expect(missingIn(null, [a])).toEqual([]);
   });
 
   it("is never more than eight curves", () => {

@@ -42,12 +42,18 @@ export function BlockChooser({ chosen, forget = [] }: BlockChooserProps): preact
   );
 }
 
-/** Says that another block is shown than the address asks for. */
-export function BlockGone(props: { asked: string | null; shown: string }): preact.JSX.Element | null {
-  const { asked, shown } = props;
+interface BlockGoneProps {
+  asked: string | null;
+  shown: string | null;
+  instead?: string;
+}
+
+/** Says that a block isn't shown that the address asks for. */
+export function BlockGone(props: BlockGoneProps): preact.JSX.Element | null {
+  const { asked, shown, instead = "Shown is another." } = props;
   return asked === null || asked === shown ? null : (
     <span class="alarm" role="alert" data-test="block-gone">
-      {`The server has no ${asked}. Shown is another.`}
+      {`The server has no ${asked}. ${instead}`}
     </span>
   );
 }

@@ -1,26 +1,30 @@
 import { useRef } from "preact/hooks";
 import type { Calibration } from "../../analysis/calibration";
-import { tableText } from "../../analysis/csv";
-import { isDark } from "../../base/theme";
-import { download, fileName } from "../common/download";
+import { loadPart } from "../../base/loadPart";
 import { useAction } from "../common/useAction";
 import { useKeys } from "../common/useKeys";
-import { type Copy, copiesFromFile } from "./copies";
-import { binsOf, fitColour, onAxis, type ShownCurve } from "./display";
-import { type LegendEntry, pictureOf } from "./picture";
+import type { Copy } from "./copies";
+import type { ShownCurve } from "./display";
 import { Tool } from "./Tool";
 
-interface Props {
+export interface FileProps {
   title: string;
   curves: readonly ShownCurve[];
+  /** What the fit says; null when none is drawn. */
   fitText: string | null;
   axis: Calibration;
   /** Where the chart is. */
   place: () => HTMLElement | null;
+}
+
+interface Props extends FileProps {
   canCopy: boolean;
   onCopy: () => void;
   onLoad: (copies: Copy[]) => void;
 }
+
+// Few need them, so they are loaded when they are asked for.
+const files = (): Promise<typeof import("./files")> => loadPart("What reads and writes files", () => import("./files"));
 
 /** Keeps what is shown: to compare with, as a table, as a picture. */
 export function FilePanel(props: Props): preact.JSX.Element {
@@ -33,9 +37,9 @@ export function FilePanel(props: Props): preact.JSX.Element {
       <h2>Keep and compare</h2>
       <div class="row">
         <Tool name="keep" title="Key k" isDisabled={!props.canCopy} onPress={keep}>Keep a copy</Tool>
-        <FileButton onFile={(file) => action.run(async () => props.onLoad(await copiesFromFile(file)))} />
-        <Tool name="csv" isDisabled={isEmpty} onPress={() => action.run(() => saveTable(props))}>Save CSV</Tool>
-        <Tool name="png" isDisabled={isEmpty} onPress={() => action.run(() => savePicture(props))}>Save PNG</Tool>
+        <FileButton onFile={(file) => action.run(async () => props.onLoad(await (await files()).copiesFromFile(file)))} />
+        <Tool name="csv" isDisabled={isEmpty} onPress={() => action.run(async () => (await files()).saveTable(props))}>Save CSV</Tool>
+        <Tool name="png" isDisabled={isEmpty} onPress={() => action.run(async () => (await files()).savePicture(props))}>Save PNG</Tool>
       </div>
       {action.fault !== null && <p class="alarm" role="alert" data-test="file-fault">{action.fault}</p>}
     </section>
@@ -57,23 +61,4 @@ function FileButton({ onFile }: { onFile: (file: File) => void }): preact.JSX.El
       <input ref={input} type="file" accept=".csv,text/csv" hidden data-test="file" onChange={take} />
     </>
   );
-}
-
-async function saveTable({ title, curves, axis }: Props): Promise<void> {
-  const columns = curves.map((curve) => ({ label: curve.label, counts: onAxis(curve, axis, binsOf(curves)) }));
-  download(fileName(title, "csv"), new Blob([tableText({ calibration: axis, columns })], { type: "text/csv" }));
-}
-
-async function savePicture({ title, curves, fitText, place }: Props): Promise<void> {
-  const chart = place()?.querySelector("canvas");
-  if (!chart) {
-    throw new Error("No curve is shown that could be saved.");
-  }
-  const head = `${title}, ${new Date().toLocaleString()}`;
-  download(fileName(title, "png"), await pictureOf(chart, head, legendOf(curves, fitText), isDark.value));
-}
-
-function legendOf(curves: readonly ShownCurve[], fitText: string | null): LegendEntry[] {
-  const entries: LegendEntry[] = curves.map(({ label, isCopy }, colour) => ({ label, colour, isDashed: isCopy }));
-  return fitText === null ? entries : [...entries, { label: fitText, colour: fitColour, isDashed: true }];
 }

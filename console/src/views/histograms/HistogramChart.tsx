@@ -1,10 +1,10 @@
 import { useMemo } from "preact/hooks";
 import { CurveChart } from "../../charts/CurveChart";
 import type { Span } from "../../charts/curves";
-import { short } from "../../base/format";
-import { type Calibration, inBins } from "../../analysis/calibration";
-import { curveSetOf, onAxis, positionText, type ShownCurve } from "./display";
+import type { Calibration } from "../../analysis/calibration";
+import { curveSetOf, onAxis, type ShownCurve } from "./display";
 import type { HistogramKind } from "./kinds";
+import { axisLabel, readOut } from "./readOut";
 import type { Curves } from "./useCurves";
 import { bandsOf, type Regions } from "./useRegions";
 
@@ -32,11 +32,10 @@ export function HistogramChart(props: Props): preact.JSX.Element {
   const bands = useMemo(() => bandsOf(regions.regions, regions.selected, axis), [bandsKey]);
   const spanKey = JSON.stringify(span);
   const steadySpan = useMemo(() => span, [spanKey]);
-  const isInBins = axis.unit === inBins.unit;
   return (
     <CurveChart
       set={set}
-      xLabel={isInBins ? `${kind.quantity} (bin)` : `${kind.quantity} (${axis.unit})`}
+      xLabel={axisLabel(kind.quantity, axis)}
       yLabel={factor === 1 ? "Counts per bin" : `Counts per ${factor} bins`}
       isLog={isLog}
       span={steadySpan}
@@ -51,30 +50,6 @@ export function HistogramChart(props: Props): preact.JSX.Element {
       description={`${kind.title}: ${curves.map(({ label }) => label).join(", ")}`}
     />
   );
-}
-
-/** The bin under the cursor and the counts of each curve there. */
-function readOut(
-  index: number,
-  curves: readonly ShownCurve[],
-  values: readonly ArrayLike<number>[],
-  axis: Calibration,
-  factor: number,
-): string {
-  if (index < 0 || index >= (values[0]?.length ?? 0)) {
-    return "";
-  }
-  const [first, last] = [index * factor, (index + 1) * factor - 1];
-  const position = positionText(axis.gain * ((first + last) / 2) + axis.offset, axis);
-  const bins = axis.unit === inBins.unit ? "" : factor === 1 ? `  bin ${first}` : `  bins ${first}–${last}`;
-  const where = axis.unit === inBins.unit && factor > 1 ? `bins ${first}–${last}` : position;
-  const each = curves.map(({ label }, i) => `${label}: ${countText(values[i]?.[index] ?? 0)}`);
-  return `${where}${bins}   ${each.join("   ")}`;
-}
-
-/** Counts are whole; those that were spread over other bins are not. */
-function countText(value: number): string {
-  return Number.isInteger(value) ? String(value) : value < 1e6 ? value.toFixed(1) : short(value);
 }
 
 /** Curves that are drawn otherwise than a reader might take for granted. */

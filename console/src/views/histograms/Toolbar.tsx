@@ -1,5 +1,6 @@
 import { timeOfDay } from "../../base/format";
 import { setParameter } from "../../app/route";
+import { BlockGone } from "../common/BlockChooser";
 import { CountingControls } from "../common/CountingControls";
 import { Freshness } from "../common/Freshness";
 import { rebinFactors } from "./display";
@@ -44,6 +45,7 @@ export function Toolbar(props: ToolbarProps): preact.JSX.Element {
         {isFrozen ? "Go on" : "Freeze"}
       </Tool>
       <State shown={shown} />
+      {shown.missing.map((name) => <BlockGone key={name} asked={name} shown={null} instead="It isn't shown." />)}
       {reading.value?.faults.map((fault) => (
         <p class="alarm" role="alert" key={fault} data-test="partial-fault">{fault}</p>
       ))}

@@ -1,8 +1,17 @@
 import { type Calibration, isSame } from "../../analysis/calibration";
 import type { Range } from "../../analysis/region";
+import type { Block } from "../../model/blocks";
 import { blockPathOf } from "./curveKey";
 import { axisThrough, type KnownLine, withLine } from "./knownLines";
-import { calibrationKeptFor, storeCalibration, storedCalibration, storedLines, storeLines } from "./store";
+import type { HistogramKind } from "./kinds";
+import {
+  calibrationKeptFor, storeCalibration, storedCalibration, storedLines, storedUnitNs, storeLines,
+} from "./store";
+
+/** What was entered for the curve or its block, or else what is known of its bins. */
+export function axisOf(kind: HistogramKind, block: Block | undefined, curve: string): Calibration {
+  return storedCalibration(curve) ?? kind.ownCalibration(block, storedUnitNs(blockPathOf(curve)));
+}
 
 /** What the operator says of a curve's axis. */
 export interface AxisControl {

@@ -1,6 +1,5 @@
 import { type Signal, signal } from "@preact/signals";
 import type { Calibration } from "../../analysis/calibration";
-import { parseTable } from "../../analysis/csv";
 
 /** Counts as they once were, to compare with. */
 export interface Copy {
@@ -37,15 +36,4 @@ export function withCopies(before: readonly Copy[], more: readonly Copy[]): Copy
     throw new Error(`${mostCopies} copies can be kept beside each other, ${found}: remove some first.`);
   }
   return [...before, ...more];
-}
-
-const largestFile = 64 * 1024 * 1024;
-
-/** Fails with a message for the operator. */
-export async function copiesFromFile(file: File): Promise<Copy[]> {
-  if (file.size > largestFile) {
-    throw new Error(`${file.name} is too large for a file of histograms.`);
-  }
-  const { calibration, columns } = parseTable(await file.text());
-  return columns.map(({ label, counts }) => copyOf({ label: `${label} (file)`, counts, calibration, source: null }));
 }

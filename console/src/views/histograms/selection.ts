@@ -48,6 +48,20 @@ export function selectionsOf(text: string | null, blocks: readonly Block[]): Sel
   return atMost(found, mostCurves);
 }
 
+/** The blocks that the text names and that aren't there. */
+export function missingIn(text: string | null, blocks: readonly Block[]): string[] {
+  const named = (text ?? "").split(";").map((part) => part.split("@", 1)[0]!).filter((key) => key !== "");
+  return [...new Set(named)].filter((key) => !blocks.some((block) => keyOf(block, blocks) === key)).map(decoded);
+}
+
+function decoded(key: string): string {
+  try {
+    return decodeURIComponent(key);
+  } catch {
+    return key;
+  }
+}
+
 /** Where the server doesn't tell how many channels a block has, any may be asked for. */
 export function channelCount(block: Block): number {
   return "channels" in block.shape ? sizeOf(block, "channels") : 65536;

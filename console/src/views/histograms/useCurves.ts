@@ -3,12 +3,12 @@ import { type Calibration, inBins } from "../../analysis/calibration";
 import { parameter, setParameter } from "../../app/route";
 import type { Block } from "../../model/blocks";
 import type { Reading } from "../../server/poll";
+import { axisOf } from "./axisControl";
 import { blockPathOf } from "./curveKey";
 import { copiesOf, type Copy, withCopies } from "./copies";
 import type { HistogramKind } from "./kinds";
 import { type ListedCurve, listedCurves } from "./listedCurves";
-import { type Selection, selectionsOf, selectionText } from "./selection";
-import { storedCalibration, storedUnitNs } from "./store";
+import { missingIn, type Selection, selectionsOf, selectionText } from "./selection";
 import type { LiveCurves } from "./liveCurves";
 import { useFirstChannel } from "./useFirstChannel";
 import { useHistograms } from "./useHistograms";
@@ -16,6 +16,8 @@ import { useHistograms } from "./useHistograms";
 /** What is shown, and the one curve that regions are of. */
 export interface Curves {
   selections: Selection[];
+  /** Blocks that the address asks for and that aren't there. */
+  missing: string[];
   choose: (selections: Selection[]) => void;
   reading: Reading<LiveCurves>;
   isFrozen: boolean;
@@ -39,8 +41,7 @@ export function useCurves(kind: HistogramKind, blocks: readonly Block[]): Curves
   const reading = useHistograms(selections, isFrozen);
   const copies = copiesOf(kind.blockType);
   const blockOf = (curve: string): Block | undefined => blocks.find(({ path }) => path === blockPathOf(curve));
-  const calibrationOf = (curve: string): Calibration =>
-    storedCalibration(curve) ?? kind.ownCalibration(blockOf(curve), storedUnitNs(blockPathOf(curve)));
+  const calibrationOf = (curve: string): Calibration => axisOf(kind, blockOf(curve), curve);
   const live = reading.value?.curves ?? [];
   const sources = [...live.map(({ key }) => key), ...copies.value.flatMap(({ source }) => source ?? [])];
   const curves = useMemo(
@@ -54,7 +55,7 @@ export function useCurves(kind: HistogramKind, blocks: readonly Block[]): Curves
     setParameter("show", selectionText(next, blocks));
   };
   return {
-    selections, choose, reading, isFrozen, setFrozen, curves, analysed,
+    selections, missing: missingIn(chosen, blocks), choose, reading, isFrozen, setFrozen, curves, analysed,
     analyse: (next) => setParameter("on", next),
     block: analysed?.source == null ? undefined : blockOf(analysed.source),
     axis: analysed?.calibration ?? inBins,

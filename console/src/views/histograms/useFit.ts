@@ -1,5 +1,6 @@
 import { useEffect, useRef, useState } from "preact/hooks";
 import { fitPeak, NoFit, type PeakFit } from "../../analysis/fit";
+import { PartMissing } from "../../base/loadPart";
 import { figuresOf, type Range } from "../../analysis/region";
 
 /** What is known of a region's peak; `fault` says why there's no fit. */
@@ -42,7 +43,8 @@ async function fitted(counts: ArrayLike<number>, range: Range): Promise<FitReadi
   try {
     return { fit: await fitPeak(counts, range), fault: null, counts };
   } catch (error) {
-    const fault = error instanceof NoFit ? error.message : `The fit failed: ${String(error)}`;
+    const isTold = error instanceof NoFit || error instanceof PartMissing;
+    const fault = isTold ? error.message : `The fit failed: ${String(error)}`;
     return { fit: null, fault: figuresOf(counts, range).gross === 0 ? "Nothing is counted here yet." : fault, counts };
   }
 }
