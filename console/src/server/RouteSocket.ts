@@ -1,3 +1,5 @@
+import { Backoff } from "./Backoff";
+
 /** What a socket to the server must be able to do; a browser's WebSocket, or a test's. */
 export interface Socket {
   onopen: ((event: Event) => void) | null;
@@ -9,7 +11,15 @@ export interface Socket {
 export type OpenSocket = (url: string) => Socket;
 
 /** The server could not be asked, or didn't answer. `message` is for the operator. */
-export class Unreachable extends Error {}
+export class Unreachable extends Error {
+  /** `wasSent`: the question left this page, and may still be answered to nobody. */
+  constructor(
+    message: string,
+    readonly wasSent = false,
+  ) {
+    super(message);
+  }
+}
 
 interface Question {
   text: string;
@@ -17,24 +27,44 @@ interface Question {
   fail: (why: Unreachable) => void;
 }
 
+export interface RouteOptions {
+  open?: OpenSocket;
+  patienceMs?: number;
+  /** How often it is tried again; null: whenever it is asked. */
+  backoff?: Backoff | null;
+  /** Called when it answers again after it failed. */
+  onBack?: () => void;
+}
+
 /**
  * A connection to one route of the server. It is opened by the first question and again by the first one after it
- * was lost. The server answers each question once, in their order, which is all that ties an answer to its question.
+ * was lost, but for a rest between. The server answers each question once, in their order, which is all that ties an
+ * answer to its question.
  */
 export class RouteSocket {
   private socket: Socket | null = null;
   private isOpen = false;
   private readonly waiting: Question[] = [];
   private watchdog: ReturnType<typeof setTimeout> | null = null;
+  private lastFault = "no connection";
+  private readonly open: OpenSocket;
+  private readonly patienceMs: number;
+  private readonly backoff: Backoff | null;
 
   constructor(
     private readonly url: string,
-    private readonly open: OpenSocket = (url) => new WebSocket(url),
-    private readonly patienceMs = 20_000,
-  ) {}
+    private readonly options: RouteOptions = {},
+  ) {
+    this.open = options.open ?? ((url) => new WebSocket(url));
+    this.patienceMs = options.patienceMs ?? 20_000;
+    this.backoff = options.backoff === undefined ? new Backoff() : options.backoff;
+  }
 
   /** The answer, which is empty when nothing answers. Fails with Unreachable. */
   ask(text: string): Promise<string> {
+    if (this.socket === null && this.backoff?.isResting) {
+      return Promise.reject(new Unreachable(this.lastFault));
+    }
     return new Promise((answer, fail) => {
       this.waiting.push({ text, answer, fail });
       if (this.socket === null) {
@@ -42,8 +72,15 @@ export class RouteSocket {
       } else if (this.isOpen) {
         this.socket.send(text);
       }
-      this.watch();
+      if (this.watchdog === null) {
+        this.watch();
+      }
     });
+  }
+
+  /** Has the next question connect, whatever failed before. */
+  hurry(): void {
+    this.backoff?.clear();
   }
 
   close(): void {
@@ -59,8 +96,7 @@ export class RouteSocket {
     };
     socket.onmessage = (event) => {
       if (typeof event.data === "string") {
-        this.waiting.shift()?.answer(event.data);
-        this.watch();
+        this.hear(event.data);
       }
     };
     socket.onclose = () => {
@@ -70,7 +106,17 @@ export class RouteSocket {
     };
   }
 
-  // A server that stands still keeps its connections: only the time tells.
+  private hear(text: string): void {
+    this.waiting.shift()?.answer(text);
+    this.watch();
+    if (this.backoff?.hasFailed) {
+      this.backoff.clear();
+      this.options.onBack?.();
+    }
+  }
+
+  // A server that stands still keeps its connections: only the time tells. It is that of the oldest question, as what
+  // is asked meanwhile makes no server alive; each answer begins it anew, as the next question's turn comes then.
   private watch(): void {
     if (this.watchdog !== null) {
       clearTimeout(this.watchdog);
@@ -85,14 +131,16 @@ export class RouteSocket {
   }
 
   private giveUp(why: string): void {
-    const socket = this.socket;
+    const { socket, isOpen } = this;
     this.socket = null;
     this.isOpen = false;
+    this.lastFault = why;
+    this.backoff?.failed();
     if (socket !== null) {
       socket.onopen = socket.onmessage = socket.onclose = null;
       socket.close();
     }
-    this.waiting.splice(0).forEach((question) => question.fail(new Unreachable(why)));
+    this.waiting.splice(0).forEach((question) => question.fail(new Unreachable(why, isOpen)));
     this.watch();
   }
 }

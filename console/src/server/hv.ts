@@ -1,12 +1,10 @@
 import { BadAnswer } from "./answers";
-import type { Answerer } from "./Server";
+import { type Answerer, order } from "./Server";
 import { type BoardAnswer, readBoardValues } from "./tolerantValues";
 
 // What is asked of high-voltage blocks. They are found by their path, "Hardware/<board>".
 
-function askBoard(server: Answerer, path: string, command: { cmd: string; param?: string }): Promise<string> {
-  return server.ask("query_by_json", { path, args: [command] });
-}
+const byPath = "query_by_json";
 
 /** The values that the board has at this moment: of all parameters, or of those that can't be written. */
 export async function getBoardValues(
@@ -14,7 +12,7 @@ export async function getBoardValues(
   path: string,
   param: "all" | "read_only",
 ): Promise<BoardAnswer> {
-  const answer = await askBoard(server, path, { cmd: "get_all_ch_values", param });
+  const answer = await server.ask(byPath, { path, args: [{ cmd: "get_all_ch_values", param }] });
   if (answer === "") {
     throw new BadAnswer(
       `No block answers for ${path}: it may have been renamed or taken out of the configuration.`,
@@ -43,7 +41,7 @@ export async function getReadOnlyNames(server: Answerer, path: string): Promise<
  * shows only by reading its values, which come back.
  */
 export async function switchBoard(server: Answerer, path: string, on: boolean): Promise<BoardAnswer> {
-  const answer = await askBoard(server, path, { cmd: on ? "hv_global_on" : "hv_global_off" });
+  const answer = await order(server, byPath, { path, args: [{ cmd: on ? "hv_global_on" : "hv_global_off" }] });
   if (answer !== "") {
     const said = answer.slice(0, 80);
     throw new BadAnswer(`${path} answers ${said} where nothing should be: it may not have switched.`);

@@ -1,16 +1,19 @@
 import { Unreachable } from "./RouteSocket";
+import { onWake } from "./wake";
 
 /** What is known of something that is asked again and again. */
 export interface Reading<T> {
   /** The last good one; nothing before the first. */
   value: T | null;
-  /** When it came, as Date.now() tells. */
+  /** When it came, as Date.now() tells: for display. */
   at: number;
+  /** The same as performance.now() tells, which no clock that is set puts wrong: for ages. */
+  heardAt: number;
   /** Why the last question has no good answer; nothing when it has. */
   fault: string | null;
 }
 
-export const noReading: Reading<never> = { value: null, at: 0, fault: null };
+export const noReading: Reading<never> = { value: null, at: 0, heardAt: 0, fault: null };
 
 export interface Pace {
   /** From question to question; a slow answer delays the next one, there are never two under way. */
@@ -30,15 +33,15 @@ export function poll<T>(ask: () => Promise<T>, pace: Pace, tell: (reading: Readi
   const hidden = pace.hidden ?? (() => document.hidden);
 
   const round = async (): Promise<void> => {
-    const began = Date.now();
+    const began = performance.now();
     try {
-      last = { value: await ask(), at: Date.now(), fault: null };
+      last = { value: await ask(), at: Date.now(), heardAt: performance.now(), fault: null };
     } catch (error) {
       last = { ...last, fault: faultOf(error) };
     }
     if (!stopped) {
       tell(last);
-      const rest = began + pace.intervalMs - Date.now();
+      const rest = began + pace.intervalMs - performance.now();
       const wait = last.fault === null ? Math.max(0, rest) : retryMs;
       schedule(hidden() ? Math.max(hiddenIntervalMs, wait) : wait);
     }
@@ -57,18 +60,17 @@ export function poll<T>(ask: () => Promise<T>, pace: Pace, tell: (reading: Readi
     }
     return wasWaiting;
   };
-  // A page that is looked at again shows what is, not what was.
-  const onShown = (): void => {
+  // What is looked at again, and what comes from a server that is back, shows what is, not what was.
+  const forget = onWake(() => {
     if (!hidden() && cancel()) {
       void round();
     }
-  };
-  globalThis.document?.addEventListener("visibilitychange", onShown);
+  });
   void round();
   return () => {
     stopped = true;
     cancel();
-    globalThis.document?.removeEventListener("visibilitychange", onShown);
+    forget();
   };
 }
 

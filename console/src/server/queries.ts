@@ -1,6 +1,6 @@
 import type { Counts2d, Histogram, PointCloud } from "../model/data";
 import { asArray, asNumber, asObject, asText, BadAnswer, countsOf, type Json, numbersOf, parseJson } from "./answers";
-import type { Answerer } from "./Server";
+import { type Answerer, order } from "./Server";
 
 // What is asked of blocks that are found by their path: spectra, time distributions, maps, images, rates.
 
@@ -15,6 +15,10 @@ export interface SinkCommand {
 
 async function askSink(server: Answerer, path: string, command: SinkCommand): Promise<Json> {
   return parseJson(await server.ask(byPath, { path, args: [command] }), path);
+}
+
+async function orderSink(server: Answerer, path: string, command: SinkCommand): Promise<void> {
+  expectDone(parseJson(await order(server, byPath, { path, args: [command] }), path), path);
 }
 
 /** The counts of the channels, in ascending order of them; channels that the block doesn't have are left out. */
@@ -62,12 +66,12 @@ export async function isCounting(server: Answerer, path: string): Promise<boolea
   return asText(asObject(answer, path)["status"], path) === "freerun";
 }
 
-export async function setCounting(server: Answerer, path: string, on: boolean): Promise<void> {
-  expectDone(await askSink(server, path, { cmd: "run_control", status: on ? "freerun" : "idle" }), path);
+export function setCounting(server: Answerer, path: string, on: boolean): Promise<void> {
+  return orderSink(server, path, { cmd: "run_control", status: on ? "freerun" : "idle" });
 }
 
-export async function resetCounts(server: Answerer, path: string): Promise<void> {
-  expectDone(await askSink(server, path, { cmd: "reset" }), path);
+export function resetCounts(server: Answerer, path: string): Promise<void> {
+  return orderSink(server, path, { cmd: "reset" });
 }
 
 /** Fails with what the server says unless that is that it was done. */

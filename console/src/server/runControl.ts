@@ -1,6 +1,6 @@
 import { asArray, asObject, BadAnswer, type Json, type JsonObject, parseJson } from "./answers";
 import { expectDone } from "./queries";
-import type { Answerer } from "./Server";
+import { type Answerer, order } from "./Server";
 
 // What is asked of run control, the block "commands".
 
@@ -10,7 +10,7 @@ export type RunCommand = "stop_dump" | "pause_dump" | "restart_dump" | "reset" |
 
 /** Fails with BadAnswer, whose message is what the server says, when it refuses. */
 export async function sendRunCommand(server: Answerer, cmd: RunCommand): Promise<void> {
-  expectDone(parseJson(await server.ask(commands, { cmd }), "run control"), "run control");
+  expectDone(parseJson(await order(server, commands, { cmd }), "run control"), "run control");
 }
 
 /** Goes on with a run that is paused. After a stop the server would write over the run's files: refused. */
@@ -28,7 +28,7 @@ export async function startRun(server: Answerer, runId: string): Promise<void> {
   if (recorded !== undefined) {
     throw new BadAnswer(`Run ${recorded.id} is ${recorded.status}: stop it before you start another.`);
   }
-  const answer = parseJson(await server.ask(commands, { cmd: "start_dump", run_id: runId }), "run control");
+  const answer = parseJson(await order(server, commands, { cmd: "start_dump", run_id: runId }), "run control");
   try {
     expectDone(answer, "run control");
   } catch (error) {

@@ -1,6 +1,7 @@
 import { afterEach, beforeEach, describe, expect, it, vi } from "vitest";
-import { RouteSocket, Unreachable } from "../../src/server/RouteSocket";
-import { Server, serverBaseOf } from "../../src/server/Server";
+import { RouteSocket, type Unreachable } from "../../src/server/RouteSocket";
+import { order, Server, serverBaseOf } from "../../src/server/Server";
+import { wake } from "../../src/server/wake";
 import { FakeSocket } from "./FakeSocket";
 
 let sockets: FakeSocket[];
@@ -9,7 +10,7 @@ const open = (url: string): FakeSocket => {
   return sockets.at(-1)!;
 };
 const patience = 5_000;
-const route = (): RouteSocket => new RouteSocket("ws://x/a", open, patience);
+const route = (): RouteSocket => new RouteSocket("ws://x/a", { open, patienceMs: patience, backoff: null });
 
 beforeEach(() => {
   sockets = [];
@@ -74,11 +75,11 @@ describe("A route's connection", () => {
     const socket = route();
     const never = socket.ask("1");
     sockets[0]!.break();
-    await expect(never).rejects.toThrow(new Unreachable("no connection"));
+    await expect(never).rejects.toMatchObject({ message: "no connection", wasSent: false });
     const lost = socket.ask("2");
     sockets[1]!.accept();
     sockets[1]!.break();
-    await expect(lost).rejects.toThrow(new Unreachable("the connection was lost"));
+    await expect(lost).rejects.toMatchObject({ message: "the connection was lost", wasSent: true });
   });
 
   it("gives up a server that stands still, and one that can't be reached at all", async () => {
@@ -88,7 +89,7 @@ describe("A route's connection", () => {
       if (isOpen) {
         sockets.at(-1)!.accept();
       }
-      const failure = expect(silent).rejects.toThrow(new Unreachable("no answer for 5 s"));
+      const failure = expect(silent).rejects.toMatchObject({ message: "no answer for 5 s", wasSent: isOpen });
       vi.advanceTimersByTime(patience);
       await failure;
       expect(sockets.at(-1)!.isClosed).toBe(true);
@@ -108,6 +109,19 @@ describe("A route's connection", () => {
     expect(sockets[0]!.isClosed).toBe(false);
   });
 
+  it("loses its patience with the oldest question, whatever is asked meanwhile", async () => {
+    const socket = route();
+    const failed = Promise.allSettled([socket.ask("1")]);
+    sockets[0]!.accept();
+    for (let i = 0; i < 5; ++i) {
+      vi.advanceTimersByTime(patience / 5 - 1);
+      void socket.ask("more").catch(() => undefined);
+    }
+    vi.advanceTimersByTime(5);
+    expect(sockets[0]!.isClosed).toBe(true);
+    expect(await failed).toMatchObject([{ reason: { message: "no answer for 5 s", wasSent: true } }]);
+  });
+
   it("doesn't take a late end of an old connection for one of the new", async () => {
     const socket = route();
     const first = socket.ask("1");
@@ -124,6 +138,86 @@ describe("A route's connection", () => {
 });
 
 describe("The server", () => {
+  const fails = async (asked: Promise<string>): Promise<string> =>
+    asked.then(() => "", (error: Unreachable) => error.message);
+
+  it("is left alone after a failure, for longer each time, but for orders", async () => {
+    const server = new Server("ws://x/", open);
+    for (const rest of [1_000, 2_000, 4_000, 8_000, 10_000, 10_000]) {
+      const before = sockets.length;
+      const asked = fails(server.ask("a", {}));
+      expect(sockets).toHaveLength(before + 1);
+      sockets.at(-1)!.break();
+      expect(await asked).toBe("no connection");
+      vi.advanceTimersByTime(0.74 * rest);
+      expect(await fails(server.ask("a", {}))).toBe("no connection");
+      expect(sockets).toHaveLength(before + 1);
+      vi.advanceTimersByTime(0.52 * rest);
+    }
+    const before = sockets.length;
+    for (let i = 0; i < 2; ++i) {
+      const asked = fails(order(server, "a", {}));
+      sockets.at(-1)!.break();
+      expect(await asked).toBe("no connection; nothing was ordered");
+    }
+    expect(sockets).toHaveLength(before + 2);
+  });
+
+  it("is asked at once when another route is back, and when the page is looked at", async () => {
+    const server = new Server("ws://x/", open);
+    const [a, b] = [fails(server.ask("a", {})), fails(server.ask("b", {}))];
+    sockets.forEach((socket) => socket.break());
+    expect([await a, await b]).toEqual(["no connection", "no connection"]);
+    vi.advanceTimersByTime(1_250);
+    const back = server.ask("a", {});
+    void fails(server.ask("b", {}));
+    sockets[3]!.break();
+    void fails(server.ask("b", {}));
+    expect(sockets).toHaveLength(4);
+    sockets[2]!.accept();
+    sockets[2]!.answer("x");
+    expect(await back).toBe("x");
+    void fails(server.ask("b", {}));
+    expect(sockets).toHaveLength(5);
+    sockets[4]!.break();
+    wake();
+    void fails(server.ask("b", {}));
+    expect(sockets).toHaveLength(6);
+  });
+
+  it("has orders pass by the questions that wait for an answer", async () => {
+    const server = new Server("ws://x/", open);
+    const slow = fails(server.ask("a", { cmd: "slow" }));
+    const done = order(server, "a", { cmd: "off" });
+    sockets.forEach((socket) => socket.accept());
+    expect(sockets.map(({ url, sent }) => [url, sent])).toEqual([
+      ["ws://x/a", ['{"cmd":"slow"}']],
+      ["ws://x/a", ['{"cmd":"off"}']],
+    ]);
+    vi.advanceTimersByTime(19_999);
+    sockets[1]!.answer("done");
+    expect(await done).toBe("done");
+    vi.advanceTimersByTime(1);
+    expect(await slow).toBe("no answer for 20 s");
+  });
+
+  it("that doesn't answer an order may still carry it out, and that is said", async () => {
+    const server = new Server("ws://x/", open);
+    for (const [what, why] of [
+      ["lost", "the connection was lost; what was ordered may still be carried out"],
+      ["late", "no answer for 20 s; what was ordered may still be carried out"],
+    ]) {
+      const asked = fails(order(server, "a", {}));
+      sockets.at(-1)!.accept();
+      if (what === "lost") {
+        sockets.at(-1)!.break();
+      } else {
+        vi.advanceTimersByTime(20_000);
+      }
+      expect(await asked).toContain(why);
+    }
+  });
+
   it("has a connection for each route, whatever is in its name", () => {
     const server = new Server("ws://x/socket/", open);
     for (const name of ["commands", "dumper 1/a", "commands"]) {
