@@ -1,6 +1,6 @@
 import { describe, expect, it } from "vitest";
 import type { BoardValue } from "../../src/server/tolerantValues";
-import { counted, rangeOf, summaryOf } from "../../src/views/hv/summary";
+import { counted, powerWords, rangeOf, summaryOf } from "../../src/views/hv/summary";
 
 const list = (name: string, ...values: string[]): BoardValue => ({ name, isArray: true, values });
 const single = (name: string, value: string): BoardValue => ({ name, isArray: false, values: [value] });
@@ -14,11 +14,23 @@ describe("a board's high voltage at a glance", () => {
   it.each([
     ["on", ["on", "ON", "1", "true"]],
     ["off", ["off", "Off", "0", "false"]],
-    ["changing", ["on", "off"]],
+    ["partly", ["on", "off"]],
+    ["partly", ["off", "off", "1"]],
     ["changing", ["ramp_up", "ramp_up"]],
-    ["changing", ["on", ""]],
+    ["changing", ["on", "RampDown", "off"]],
+    ["changing", ["up", "down"]],
+    ["unknown", ["on", ""]],
+    ["unknown", ["", ""]],
+    ["unknown", ["off", "tripped"]],
+    ["unknown", ["ramp_up", ""]],
+    ["unknown", ["800.0", "800.0"]],
   ])("is %s of %j", (power, words) => {
     expect(summaryOf([list("State", ...words)]).power).toBe(power);
+  });
+
+  it("is said in words, with a mark of its own for each", () => {
+    expect(powerWords.partly).toBe("◐ on in part");
+    expect(new Set(Object.values(powerWords).map(([mark]) => mark)).size).toBe(5);
   });
 
   it("takes the state of a whole board, too", () => {

@@ -1,5 +1,5 @@
 import type { BoardReading } from "./boards";
-import { powerMarks, summaryOf } from "./summary";
+import { powerWords, summaryOf } from "./summary";
 import type { Order } from "./order";
 
 export interface BoardListProps {
@@ -79,7 +79,7 @@ function BoardState(props: { reading: BoardReading }): preact.JSX.Element {
   const { power, text } = summaryOf(answer.values);
   return (
     <>
-      <span class={`power ${power}`}>{`${powerMarks[power]} ${power}`}</span>{" "}
+      <span class={`power ${power}`}>{powerWords[power]}</span>{" "}
       <span data-test="hv-state">{text === "" ? noSummary : text}</span>
     </>
   );

@@ -1,6 +1,7 @@
 import type { BoardValue } from "../../server/tolerantValues";
 
-export type Power = "on" | "off" | "changing" | "unknown";
+/** Unknown is also what was not read of one channel, or has a word that isn't told here: nothing is guessed. */
+export type Power = "on" | "off" | "partly" | "changing" | "unknown";
 
 /** A board's high voltage in a few words. */
 export interface Summary {
@@ -9,10 +10,17 @@ export interface Summary {
   text: string;
 }
 
-export const powerMarks: Record<Power, string> = { on: "●", off: "○", changing: "◐", unknown: "?" };
+export const powerWords: Record<Power, string> = {
+  on: "● on",
+  off: "○ off",
+  partly: "◐ on in part",
+  changing: "↕ changing",
+  unknown: "? unknown",
+};
 
 const onWords = /^(on|1|true|enabled)$/i;
 const offWords = /^(off|0|false|disabled)$/i;
+const changingWords = /ramp|rising|falling|chang|^(up|down)$/i;
 const isState = /state|status/i;
 const isVoltage = /vmon|voltage/i;
 
@@ -30,14 +38,19 @@ export function summaryOf(values: readonly BoardValue[]): Summary {
   return { power: powerOf(states.flatMap((state) => state.values)), text: texts.join("; ") };
 }
 
-function powerOf(words: readonly string[]): Power {
-  if (words.length === 0) {
-    return "unknown";
-  }
-  if (words.every((word) => onWords.test(word))) {
+function powerOfChannel(word: string): Power {
+  if (onWords.test(word)) {
     return "on";
   }
-  return words.every((word) => offWords.test(word)) ? "off" : "changing";
+  return offWords.test(word) ? "off" : changingWords.test(word) ? "changing" : "unknown";
+}
+
+function powerOf(words: readonly string[]): Power {
+  const all = new Set(words.map(powerOfChannel));
+  if (all.size === 0 || all.has("unknown")) {
+    return "unknown";
+  }
+  return all.has("changing") ? "changing" : all.size > 1 ? "partly" : [...all][0]!;
 }
 
 /** "3 × on, 1 × off", in the order of their first channel; a lone one without its number. */

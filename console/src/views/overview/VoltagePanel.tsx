@@ -3,7 +3,7 @@ import { usePolled } from "../../app/usePolled";
 import { ofType } from "../../model/blocks";
 import { Freshness } from "../common/Freshness";
 import { type BoardReading, boardsOf, readBoards } from "../hv/boards";
-import { powerMarks, summaryOf } from "../hv/summary";
+import { powerWords, summaryOf } from "../hv/summary";
 
 const intervalMs = 5_000; // each reading asks the boards themselves
 
@@ -35,8 +35,8 @@ function Voltage(props: { reading: BoardReading }): preact.JSX.Element {
   }
   const { power, text } = summaryOf(answer.values);
   return (
-    <p data-test={`voltage-${board.name}`} title={text}>
-      {`${board.name}: ${powerMarks[power]} ${power}`}
+    <p class={power === "on" || power === "off" ? "" : "warn"} data-test={`voltage-${board.name}`} title={text}>
+      {`${board.name}: ${powerWords[power]}`}
     </p>
   );
 }
