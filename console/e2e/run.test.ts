@@ -50,6 +50,7 @@ test("a whole run is taken by clicks, and its files hold what the page said", as
   await expect.poll(() => shownNumber(inRun(page, "run-events"))).toBeGreaterThan(paused);
 
   await press(page, "run-stop");
+  await press(page, "confirm-action");
   await expect.poll(() => status(page)).toBe("stopped");
   const folder = join(acquisition.folder, "by-clicks");
   const verified = (): string => execFileSync(client, ["files", "verify", folder], { encoding: "utf8" });
@@ -74,6 +75,7 @@ test("a run whose folder exists is refused, with what to do", async ({ acquisiti
   await begin(page, "twice");
   await expect.poll(() => status(page)).toBe("recording");
   await press(page, "run-stop");
+  await press(page, "confirm-action");
   await expect.poll(() => status(page)).toBe("stopped");
   await begin(page, "twice");
   await expect.poll(() => page.locator("[data-test=run-fault]").allInnerTexts()).toEqual([

@@ -8,6 +8,7 @@ import { RatesView } from "../views/rates/RatesView";
 import { ScopeView } from "../views/scope/ScopeView";
 import { SpectraView } from "../views/spectra/SpectraView";
 import { TimesView } from "../views/times/TimesView";
+import { BrokenRun } from "./BrokenRun";
 import { Connection } from "./Connection";
 import { onViewKey } from "./keys";
 import { type View, view, views } from "./route";
@@ -46,7 +47,8 @@ export function App(): preact.JSX.Element {
         <ThemeButton />
       </header>
       <Connection />
-      <main data-view={view.value}>
+      <BrokenRun />
+      <main data-view={view.value} tabIndex={-1}>
         <Shown key={view.value} />
       </main>
     </>

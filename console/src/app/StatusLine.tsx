@@ -1,26 +1,25 @@
 import { short } from "../base/format";
-import { account, now, runs } from "./state";
-
-const staleMs = 5_000;
+import { isKnown } from "./reach";
+import { account, type Account, runs } from "./state";
 
 /** The run and the flow in a few words, on every view. */
 export function StatusLine(): preact.JSX.Element {
   const [run] = runs.value.value ?? [];
-  const isOld = (reading: { at: number; fault: string | null }): boolean =>
-    reading.fault !== null || (now.value - reading.at > staleMs && !document.hidden);
   const read = account.value.value;
-  const rate = read?.ledger.entries.reduce(
-    (sum, entry, i) => sum + (entry.type === "source" ? (read.flows[i]?.rate ?? 0) : 0),
-    0,
-  );
+  const runText = run?.status === "stopped" ? "no run" : `run ${run?.id} ${run?.status}`;
   return (
     <p class="status" data-test="status">
       {run !== undefined && (
-        <span class={isOld(runs.value) ? "warn" : `run ${run.status}`}>
-          {isOld(runs.value) ? "run: not known" : run.status === "stopped" ? "no run" : `run ${run.id} ${run.status}`}
+        <span class={isKnown(runs.value) ? `run ${run.status}` : "warn"} title={runText}>
+          {isKnown(runs.value) ? runText : "run: not known"}
         </span>
       )}
-      <span>{rate === undefined || isOld(account.value) ? "" : `${short(rate)} records/s`}</span>
+      <span>{read === null || !isKnown(account.value) ? "" : `${short(sourceRate(read))} records/s`}</span>
     </p>
   );
+}
+
+/** What all sources receive a second. */
+export function sourceRate({ ledger, flows }: Account): number {
+  return ledger.entries.reduce((sum, { type }, i) => sum + (type === "source" ? (flows[i]?.rate ?? 0) : 0), 0);
 }

@@ -1,18 +1,30 @@
 import type { Flow } from "./flow";
 
 /** Whether data come from a source, as far as this page has seen. */
-export type Pulse = { state: "flowing" | "quiet" | "waiting"; text: string };
+export type Pulse = { state: "flowing" | "quiet" | "waiting" | "unknown"; text: string };
 
-/** A source that gave nothing for so long is called silent. */
-const silentMs = 3_000;
+export const unknownPulse: Pulse = { state: "unknown", text: "not known" };
 
-/** What is to be said of a source at this time (ms, as Date.now()). */
-export function pulseOf(flow: Flow | undefined, now: number): Pulse {
+const shortestMs = 3_000;
+const longestMs = 30_000;
+
+/**
+ * After how long without data a source is called silent: five times its longest usual pause. A board that counts a few
+ * events a minute has long ones and isn't faulty; one that always gives data is silent after three seconds. A pause
+ * that happened once isn't usual: it was a fault, or somebody stopped the board. So it is the second-longest.
+ */
+export function patienceMs(pauses: readonly number[]): number {
+  const [, usual = 0] = [...pauses].sort((a, b) => b - a);
+  return Math.min(longestMs, Math.max(shortestMs, 5 * usual));
+}
+
+/** What is to be said of a source when its last account came. */
+export function pulseOf(flow: Flow | undefined, at: number): Pulse {
   if (flow === undefined || flow.rate === null) {
     return { state: "waiting", text: "…" };
   }
-  const silent = now - flow.lastData;
-  if (silent < silentMs) {
+  const silent = at - flow.lastData;
+  if (silent < patienceMs(flow.pauses)) {
     return flow.hasMoved ? { state: "flowing", text: "data flow" } : { state: "waiting", text: "…" };
   }
   const seconds = Math.round(silent / 1000);

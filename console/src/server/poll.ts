@@ -74,9 +74,16 @@ export function poll<T>(ask: () => Promise<T>, pace: Pace, tell: (reading: Readi
   };
 }
 
+const unreached = "The server can't be reached: ";
+
+/** Whether a fault is that of a server that doesn't answer, not one of what it answered. */
+export function isUnreached(fault: string): boolean {
+  return fault.startsWith(unreached);
+}
+
 export function faultOf(error: unknown): string {
   if (error instanceof Unreachable) {
-    return `The server can't be reached: ${error.message}.`;
+    return `${unreached}${error.message}.`;
   }
   return error instanceof Error ? error.message : String(error);
 }

@@ -22,6 +22,9 @@ export async function resumeRun(server: Answerer): Promise<void> {
   await sendRunCommand(server, "restart_dump");
 }
 
+/** The run's folder is there already. */
+export class FolderExists extends BadAnswer {}
+
 /** Refused while a run is recorded, in whose files this one would go on. */
 export async function startRun(server: Answerer, runId: string): Promise<void> {
   const recorded = (await getRunInfo(server)).find(({ status }) => status === "recording" || status === "paused");
@@ -33,9 +36,9 @@ export async function startRun(server: Answerer, runId: string): Promise<void> {
     expectDone(answer, "run control");
   } catch (error) {
     if (error instanceof BadAnswer && error.message === "Existing Folder") {
-      throw new BadAnswer(`There is a folder of run ${runId} already ("Existing Folder"): choose another id.`);
+      throw new FolderExists(`There is a folder of run ${runId} already ("Existing Folder"): choose another id.`);
     }
-    throw error;
+    throw error instanceof BadAnswer ? new BadAnswer(`Run ${runId} wasn't started: ${error.message}`) : error;
   }
 }
 

@@ -3,7 +3,7 @@ import { getBlocks, ofType, sizeOf } from "../../src/model/blocks";
 import { FlowTracker } from "../../src/model/flow";
 import { type Entry, getLedger, lossesOf } from "../../src/model/ledger";
 import { nextRunId, proposeRunId, runIdFault } from "../../src/model/runId";
-import { pulseOf } from "../../src/model/silence";
+import { patienceMs, pulseOf } from "../../src/model/silence";
 
 const answering = (text: string): { ask: () => Promise<string> } => ({ ask: () => Promise.resolve(text) });
 
@@ -49,23 +49,41 @@ describe("The account", () => {
 describe("The flow", () => {
   it("is unknown at first, then what came between two accounts", () => {
     const tracker = new FlowTracker();
-    expect(tracker.add(ledger(entry(100)), 1_000)).toEqual([{ rate: null, lossRate: null, lastData: 1_000, hasMoved: false }]);
-    expect(tracker.add(ledger(entry(300)), 3_000)).toEqual([{ rate: 100, lossRate: 0, lastData: 3_000, hasMoved: true }]);
-    expect(tracker.add(ledger(entry(300)), 4_000)).toEqual([{ rate: 0, lossRate: 0, lastData: 3_000, hasMoved: true }]);
+    expect(tracker.add(ledger(entry(100)), 1_000)).toEqual([{ rate: null, lossRate: null, lastData: 1_000, hasMoved: false, pauses: [], lastLoss: null }]);
+    expect(tracker.add(ledger(entry(300)), 3_000)).toEqual([{ rate: 100, lossRate: 0, lastData: 3_000, hasMoved: true, pauses: [], lastLoss: null }]);
+    expect(tracker.add(ledger(entry(300)), 4_000)).toEqual([{ rate: 0, lossRate: 0, lastData: 3_000, hasMoved: true, pauses: [], lastLoss: null }]);
   });
 
   it("counts losses a second", () => {
     const tracker = new FlowTracker();
     const losing = (n: number): Entry => entry(10, { outputs: [{ pushed: 0, dropped: n, waiting: 0 }] });
     tracker.add(ledger(losing(1)), 0);
-    expect(tracker.add(ledger(losing(7)), 2_000)[0]!.lossRate).toBe(3);
+    expect(tracker.add(ledger(losing(7)), 2_000)[0]!).toMatchObject({ lossRate: 3, lastLoss: 2_000 });
+    expect(tracker.add(ledger(losing(7)), 3_000)[0]!).toMatchObject({ lossRate: 0, lastLoss: 2_000 });
   });
 
   it("begins anew with a server that was started anew, and with another chain", () => {
     const tracker = new FlowTracker();
     tracker.add(ledger(entry(100)), 0);
-    expect(tracker.add(ledger(entry(5)), 1_000)[0]).toEqual({ rate: null, lossRate: null, lastData: 1_000, hasMoved: false });
+    expect(tracker.add(ledger(entry(5)), 1_000)[0]).toEqual({ rate: null, lossRate: null, lastData: 1_000, hasMoved: false, pauses: [], lastLoss: null });
     expect(tracker.add(ledger(entry(6, { name: "other" })), 2_000)[0]!.rate).toBeNull();
+  });
+
+  it("remembers how long nothing came, as far as that is sure", () => {
+    const tracker = new FlowTracker();
+    const pausesAfter = (received: number, at: number): readonly number[] =>
+      tracker.add(ledger(entry(received)), at)[0]!.pauses;
+    pausesAfter(0, 0);
+    expect(pausesAfter(1, 10_000)).toEqual([]); // watched, but how long it was silent before isn't known
+    expect(pausesAfter(2, 11_000)).toEqual([0]);
+    pausesAfter(2, 12_000);
+    pausesAfter(2, 13_000);
+    expect(pausesAfter(3, 14_000)).toEqual([0, 2_000]);
+    expect(pausesAfter(4, 24_000)).toEqual([0, 2_000, 0]); // a page that asked seldom knows nothing of pauses
+    for (let i = 0; i < 100; ++i) {
+      pausesAfter(5 + i, 25_000 + i);
+    }
+    expect(pausesAfter(200, 30_000)).toHaveLength(60);
   });
 
   it("tells two blocks of one name apart", () => {
@@ -82,7 +100,7 @@ describe("The flow", () => {
 });
 
 describe("A source", () => {
-  const flow = { rate: 0, lossRate: 0, lastData: 10_000, hasMoved: true };
+  const flow = { rate: 0, lossRate: 0, lastData: 10_000, hasMoved: true, pauses: [], lastLoss: null };
   it("that gave data just now is flowing", () => expect(pulseOf(flow, 12_999)).toEqual({ state: "flowing", text: "data flow" }));
   it("that is silent says for how long", () => {
     expect(pulseOf(flow, 22_000)).toEqual({ state: "quiet", text: "no data for 12 s" });
@@ -90,6 +108,16 @@ describe("A source", () => {
   });
   it("that never gave data since the page was opened says only that", () =>
     expect(pulseOf({ ...flow, hasMoved: false }, 22_000)).toEqual({ state: "quiet", text: "no data, watched for 12 s" }));
+  it("is waited for as long as its own rhythm tells, within limits", () => {
+    expect([[], [0, 0, 0], [9_000], [200, 100]].map(patienceMs)).toEqual([3_000, 3_000, 3_000, 3_000]);
+    expect(patienceMs([0, 4_000, 0, 4_500])).toBe(20_000);
+    expect(patienceMs([8_000, 8_000])).toBe(30_000);
+  });
+  it("that is slow isn't called silent between two of its data", () => {
+    const slow = { ...flow, pauses: [4_000, 4_000, 4_000] };
+    expect(pulseOf(slow, 29_999).state).toBe("flowing");
+    expect(pulseOf(slow, 30_000)).toEqual({ state: "quiet", text: "no data for 20 s" });
+  });
   it("that nothing is known of is waited for", () => {
     expect(pulseOf(undefined, 0).state).toBe("waiting");
     expect(pulseOf({ ...flow, rate: null }, 99_000).state).toBe("waiting");

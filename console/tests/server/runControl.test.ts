@@ -78,7 +78,7 @@ describe("Run control", () => {
   });
 
   it("passes on what else the server says", async () => {
-    await expect(startRun(scripted("[]", '[{"response": "No"}]'), "12")).rejects.toThrow("No");
+    await expect(startRun(scripted("[]", '[{"response": "No"}]'), "12")).rejects.toThrow("Run 12 wasn't started: No");
     await expect(sendRunCommand(answering(""), "stop_dump")).rejects.toThrow(/No block answers for run control/);
     await expect(sendRunCommand(answering('[{"response": true}]'), "stop_dump")).resolves.toBeUndefined();
   });

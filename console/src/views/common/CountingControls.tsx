@@ -1,4 +1,5 @@
 import { useState } from "preact/hooks";
+import { awayText, isAway } from "../../app/reach";
 import { server } from "../../app/state";
 import { usePolled } from "../../app/usePolled";
 import { isCounting, resetCounts, setCounting } from "../../server/queries";
@@ -21,7 +22,7 @@ export function CountingControls({ paths, hasState = true }: CountingProps): pre
     1_000,
     [key],
   );
-  const isIdle = !action.isRunning && paths.length > 0;
+  const isIdle = !action.isRunning && paths.length > 0 && !isAway.value;
   const forAll = (what: (path: string) => Promise<void>): void =>
     action.run(async () => void (await Promise.all(paths.map(what))));
   const reset = (): void => {
@@ -30,8 +31,10 @@ export function CountingControls({ paths, hasState = true }: CountingProps): pre
   };
   const names = paths.map((path) => path.slice(path.lastIndexOf("/") + 1)).join(", ");
   return (
-    <div class="row">
-      {hasState && <Counting states={status.fault === null ? status.value : null} fault={status.fault} />}
+    <div class="row" aria-busy={action.isRunning} title={isAway.value ? awayText : undefined}>
+      {hasState && (
+        <Counting states={status.fault === null && !isAway.value ? status.value : null} fault={status.fault} />
+      )}
       <button type="button" disabled={!isIdle} onClick={() => forAll((path) => setCounting(server, path, true))}>
         Start
       </button>
@@ -58,7 +61,7 @@ export function CountingControls({ paths, hasState = true }: CountingProps): pre
 function Counting(props: { states: readonly boolean[] | null; fault: string | null }): preact.JSX.Element {
   const { states, fault } = props;
   if (states === null) {
-    return <span class="faint" data-test="counting">{fault === null ? "…" : "not known"}</span>;
+    return <span class="faint" data-test="counting">{fault === null && !isAway.value ? "…" : "not known"}</span>;
   }
   const count = states.filter((on) => on).length;
   const some = count === states.length ? "counting" : `${count} of ${states.length} counting`;

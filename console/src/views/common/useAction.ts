@@ -1,9 +1,10 @@
-import { useState } from "preact/hooks";
+import { useRef, useState } from "preact/hooks";
 import { faultOf } from "../../server/poll";
 
 export interface Action {
-  /** Runs it, unless it runs already. */
+  /** Runs it, behind those that were begun before: nothing that is pressed is lost. */
   run: (what: () => Promise<void>) => void;
+  /** What must not be pressed twice is disabled meanwhile. */
   isRunning: boolean;
   /** Why the last one failed; null when it didn't. */
   fault: string | null;
@@ -13,15 +14,15 @@ export interface Action {
 export function useAction(): Action {
   const [isRunning, setRunning] = useState(false);
   const [fault, setFault] = useState<string | null>(null);
+  const queue = useRef({ last: Promise.resolve(), length: 0 }).current;
   const run = (what: () => Promise<void>): void => {
-    if (isRunning) {
-      return;
-    }
+    ++queue.length;
     setRunning(true);
     setFault(null);
-    what()
+    queue.last = queue.last
+      .then(what)
       .catch((error: unknown) => setFault(faultOf(error)))
-      .finally(() => setRunning(false));
+      .finally(() => setRunning(--queue.length > 0));
   };
   return { run, isRunning, fault };
 }

@@ -1,17 +1,20 @@
 import { whole } from "../../base/format";
 import { account } from "../../app/state";
-import { lossesOf } from "../../model/ledger";
+import { isKnown, timeOfDayOf } from "../../app/reach";
+import { lossOf } from "../../model/loss";
 
-/** What all blocks lost since the server's start, or that nothing is lost. */
+/** What all blocks lost, in red what they lose now, or that nothing is lost. */
 export function AccountPanel(): preact.JSX.Element | null {
-  const read = account.value.value;
+  const { value: read, heardAt } = account.value;
   if (read === null) {
     return null;
   }
-  const lost = read.ledger.entries.flatMap((entry) =>
-    [...lossesOf(entry)].map(([fate, count]) => ({ name: entry.name, fate: fate.replace(/_/g, " "), count })),
-  );
-  const missing = read.ledger.entries.filter((entry) => entry.missing !== 0);
+  const { entries } = read.ledger;
+  const losses = entries.flatMap((entry, i) => {
+    const loss = lossOf(entry, read.flows[i], heardAt, timeOfDayOf);
+    return loss === null ? [] : [{ name: entry.name, loss }];
+  });
+  const missing = entries.filter((entry) => entry.missing !== 0);
   return (
     <section class="panel" aria-label="Account of all records">
       <h2>Account of all records</h2>
@@ -20,9 +23,11 @@ export function AccountPanel(): preact.JSX.Element | null {
           {`${name} misses ${whole(records)} records: please report this fault of the server.`}
         </p>
       ))}
-      {lost.length === 0 && <p class="good" data-test="account">Nothing is lost since the server started.</p>}
-      {lost.map(({ name, fate, count }, i) => (
-        <p class="alarm" data-test="account" key={i}>{`${name}: ${whole(count)} ${fate}`}</p>
+      {losses.length === 0 && <p class="good" data-test="account">Nothing is lost since the server started.</p>}
+      {losses.map(({ name, loss }, i) => (
+        <p class={loss.isNow && isKnown(account.value) ? "alarm" : "warn"} data-test="account" key={i}>
+          {`${loss.isNow && isKnown(account.value) ? "⚠ " : ""}${name} lost ${loss.text}`}
+        </p>
       ))}
     </section>
   );

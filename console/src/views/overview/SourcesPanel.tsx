@@ -1,8 +1,10 @@
 import { short, whole } from "../../base/format";
-import { account, blocks, now } from "../../app/state";
+import { isKnown, timeOfDayOf } from "../../app/reach";
+import { account, blocks } from "../../app/state";
 import type { Flow } from "../../model/flow";
-import { type Entry, type Ledger, lossesOf } from "../../model/ledger";
-import { pulseOf } from "../../model/silence";
+import type { Entry, Ledger } from "../../model/ledger";
+import { lossOf } from "../../model/loss";
+import { type Pulse, pulseOf, unknownPulse } from "../../model/silence";
 import { Freshness } from "../common/Freshness";
 
 interface Source {
@@ -46,20 +48,29 @@ export function SourcesPanel(): preact.JSX.Element {
   );
 }
 
+const pulseClass: Record<Pulse["state"], string> = {
+  quiet: "alarm",
+  flowing: "good",
+  waiting: "faint",
+  unknown: "warn",
+};
+
 function SourceRow(props: { source: Source }): preact.JSX.Element {
   const { entry, flow, board, endpoint } = props.source;
-  const pulse = pulseOf(flow, now.value);
-  const lost = [...lossesOf(entry).values()].reduce((sum, count) => sum + count, 0);
+  const reading = account.value;
+  const pulse = isKnown(reading) ? pulseOf(flow, reading.heardAt) : unknownPulse;
+  const loss = lossOf(entry, flow, reading.heardAt, timeOfDayOf);
+  const lossClass = loss === null ? "" : loss.isNow && isKnown(reading) ? "alarm" : "warn";
   return (
     <tr data-test={`source-${entry.name}`}>
       <td title={endpoint}>{board}</td>
       <td>{entry.name}</td>
-      <td class={pulse.state === "quiet" ? "alarm" : pulse.state === "flowing" ? "good" : "faint"} data-test="pulse">
+      <td class={pulseClass[pulse.state]} data-test="pulse">
         {pulse.text}
       </td>
-      <td class="number">{flow?.rate == null ? "–" : short(flow.rate)}</td>
+      <td class="number">{flow?.rate == null || !isKnown(reading) ? "–" : short(flow.rate)}</td>
       <td class="number" data-test="received" title={whole(entry.received)}>{whole(entry.received)}</td>
-      <td class={`number ${lost > 0 ? "alarm" : ""}`}>{whole(lost)}</td>
+      <td class={`number ${lossClass}`} title={loss?.text} data-test="lost">{whole(loss?.count ?? 0)}</td>
     </tr>
   );
 }

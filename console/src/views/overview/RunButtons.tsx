@@ -1,0 +1,137 @@
+import { signal } from "@preact/signals";
+import { useState } from "preact/hooks";
+import { awayText, isAway } from "../../app/reach";
+import { server } from "../../app/state";
+import { nextRunId, proposeRunId, runIdFault } from "../../model/runId";
+import { FolderExists, resumeRun, type RunInfo, type RunStatus, sendRunCommand, startRun } from "../../server/runControl";
+import { Confirm } from "../common/Confirm";
+import { useAction } from "../common/useAction";
+
+export interface RunButtonsProps {
+  /** The last run, or the current one. */
+  last: RunInfo | undefined;
+  current: RunInfo | null;
+  status: RunStatus;
+  isKnown: boolean;
+}
+
+// Null until the operator, or a run that was begun, says otherwise.
+const chosenId = signal<string | null>(null);
+
+/** Behind the last run of this day, if there was one. */
+function proposed(last: RunInfo | undefined): string {
+  const first = proposeRunId(new Date(), 1);
+  return last !== undefined && last.id.startsWith(first.slice(0, -3)) ? nextRunId(last.id) : first;
+}
+
+/** Starts the run; the next one is proposed when this one begins, and when it can't for its id. */
+async function begin(id: string): Promise<void> {
+  try {
+    await startRun(server, id);
+    chosenId.value = nextRunId(id);
+  } catch (error) {
+    if (error instanceof FolderExists) {
+      chosenId.value = nextRunId(id);
+    }
+    throw error;
+  }
+}
+
+/** Nothing can be pressed while it isn't known what the run does. */
+export function RunButtons(props: RunButtonsProps): preact.JSX.Element {
+  const { last, current, status, isKnown } = props;
+  const id = chosenId.value ?? proposed(last);
+  const action = useAction();
+  const [asking, ask] = useState<"stop" | "reset" | null>(null);
+  const isBusy = status === "recording" || status === "paused";
+  const fault = runIdFault(id);
+  const isLocked = !isKnown || action.isRunning;
+  const submit = (event: Event): void => {
+    event.preventDefault();
+    if (!isBusy && fault === null && !isLocked) {
+      action.run(() => begin(id));
+    }
+  };
+  const order = (cmd: Parameters<typeof sendRunCommand>[1]): void => {
+    ask(null);
+    action.run(() => sendRunCommand(server, cmd));
+  };
+  return (
+    <form class="stack" onSubmit={submit} aria-busy={action.isRunning}>
+      <IdField id={id} disabled={isBusy || action.isRunning} />
+      {fault !== null && <p class="warn">{fault}</p>}
+      <div class="row" title={isAway.value ? awayText : undefined}>
+        <button type="submit" class="main" disabled={isBusy || fault !== null || isLocked} data-test="run-start">
+          Start run
+        </button>
+        <Press what="run-pause" disabled={status !== "recording" || isLocked} onClick={() => order("pause_dump")}>
+          Pause
+        </Press>
+        <Press
+          what="run-restart"
+          disabled={status !== "paused" || isLocked}
+          onClick={() => action.run(() => resumeRun(server))}
+        >
+          Go on
+        </Press>
+        <Press what="run-stop" disabled={status === "stopped" || isLocked} onClick={() => ask("stop")}>
+          Stop run
+        </Press>
+        <Press what="reset" isDanger={true} disabled={isBusy || isLocked} onClick={() => ask("reset")}>
+          Reset sources
+        </Press>
+      </div>
+      {action.fault !== null && <p class="alarm long" role="alert" data-test="run-fault">{action.fault}</p>}
+      {asking === "stop" && (
+        <Confirm
+          title={current === null ? "Stop the run?" : `Stop run ${current.id}?`}
+          text="It ends, and its files with it: it can't go on after that, as it can after a pause."
+          action="Stop run"
+          onCancel={() => ask(null)}
+          onConfirm={() => order("stop_dump")}
+        />
+      )}
+      {asking === "reset" && (
+        <Confirm
+          title="Reset all sources?"
+          text="Every board is stopped, its waiting data are thrown away, and it is started again. Counts and files stay."
+          action="Reset sources"
+          onCancel={() => ask(null)}
+          onConfirm={() => order("reset")}
+        />
+      )}
+    </form>
+  );
+}
+
+function IdField(props: { id: string; disabled: boolean }): preact.JSX.Element {
+  return (
+    <label class="row">
+      id of the next run
+      <input
+        class="grow"
+        data-test="run-id-input"
+        title={`${props.id}: also the name of the run's folder in the storage folder of the configuration`}
+        value={props.id}
+        disabled={props.disabled}
+        onInput={(event) => (chosenId.value = event.currentTarget.value)}
+      />
+    </label>
+  );
+}
+
+interface PressProps {
+  what: string;
+  isDanger?: boolean;
+  disabled: boolean;
+  onClick: () => void;
+  children: string;
+}
+
+function Press({ what, isDanger = false, disabled, onClick, children }: PressProps): preact.JSX.Element {
+  return (
+    <button type="button" class={isDanger ? "danger" : ""} disabled={disabled} onClick={onClick} data-test={what}>
+      {children}
+    </button>
+  );
+}

@@ -1,0 +1,25 @@
+import { duration, short, whole } from "../../base/format";
+import { isOn } from "../../model/brokenRun";
+import type { RunInfo } from "../../server/runControl";
+
+/** What a dumper says of its run, or of the last one. */
+export function RunFigures(props: { run: RunInfo }): preact.JSX.Element {
+  const { run } = props;
+  const wasRun = isOn(run) || run.storedEvents > 0 || run.runningTime > 0;
+  return (
+    <dl class="figures" data-test={`run-${run.name}`}>
+      <dt>state of {run.name}</dt>
+      <dd class={`run ${run.status}`} data-test="run-status">{run.status}</dd>
+      <dt>{isOn(run) ? "run" : "last run"}</dt>
+      <dd class="long" data-test="run-id">{wasRun ? run.id : "none yet"}</dd>
+      <dt>running time</dt>
+      <dd>{duration(run.runningTime)}</dd>
+      <dt>events</dt>
+      <dd data-test="run-events">{whole(run.storedEvents)}</dd>
+      <dt>rate</dt>
+      <dd>{`${short(run.eventRate)} /s`}</dd>
+      <dt>in the current file</dt>
+      <dd>{`${short(run.usedSpace)}${run.usedSpace < 1000 ? " " : ""}B`}</dd>
+    </dl>
+  );
+}
