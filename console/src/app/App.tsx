@@ -1,5 +1,4 @@
 import { useEffect } from "preact/hooks";
-import { ChainView } from "../views/chain/ChainView";
 import { HighVoltageView } from "../views/hv/HighVoltageView";
 import { ImageView } from "../views/image/ImageView";
 import { OverviewView } from "../views/overview/OverviewView";
@@ -11,6 +10,7 @@ import { TimesView } from "../views/times/TimesView";
 import { BrokenRun } from "./BrokenRun";
 import { Connection } from "./Connection";
 import { onViewKey } from "./keys";
+import { lazyView } from "./lazyView";
 import { type View, view, views } from "./route";
 import { StatusLine } from "./StatusLine";
 import { ThemeButton } from "./ThemeButton";
@@ -24,7 +24,7 @@ const components: Record<View, () => preact.JSX.Element> = {
   scope: ScopeView,
   rates: RatesView,
   hv: HighVoltageView,
-  chain: ChainView,
+  chain: lazyView(async () => (await import("../views/chain/ChainView")).ChainView),
 };
 
 export function App(): preact.JSX.Element {

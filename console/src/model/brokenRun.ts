@@ -5,8 +5,8 @@ export function isOn(run: RunInfo): boolean {
 }
 
 /**
- * The id of a run that ended with its server, by what two answers in a row say; null when there is none. A run that
- * somebody stopped keeps its id and its counts; a server that was started anew knows of none.
+ * The id of a run that ended with its server, by what two answers in a row say; null when there is none. A run
+ * that somebody stopped keeps its id and its counts; a server that was started anew knows of none.
  */
 export function brokenRun(before: readonly RunInfo[], after: readonly RunInfo[]): string | null {
   const ran = before.find(isOn);

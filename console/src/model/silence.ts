@@ -9,9 +9,9 @@ const shortestMs = 3_000;
 const longestMs = 30_000;
 
 /**
- * After how long without data a source is called silent: five times its longest usual pause. A board that counts a few
- * events a minute has long ones and isn't faulty; one that always gives data is silent after three seconds. A pause
- * that happened once isn't usual: it was a fault, or somebody stopped the board. So it is the second-longest.
+ * After how long without data a source is called silent: five times its longest usual pause. A board that counts a
+ * few events a minute has long ones and isn't faulty; one that always gives data is silent after three seconds.
+ * A pause that happened once isn't usual, but a fault, or somebody stopped the board: so it is the second-longest.
  */
 export function patienceMs(pauses: readonly number[]): number {
   const [, usual = 0] = [...pauses].sort((a, b) => b - a);

@@ -2,8 +2,8 @@ const firstMs = 1_000;
 const longestMs = 10_000;
 
 /**
- * How long a connection that failed is left alone: 1, 2, 4, 8 and then 10 s, each by up to a quarter more or less, so
- * that consoles which lost the server together don't all come back together.
+ * How long a connection that failed is left alone: 1, 2, 4, 8 and then 10 s, each by up to a quarter more or
+ * less, so that consoles which lost the server together don't all come back together.
  */
 export class Backoff {
   private failures = 0;

@@ -38,8 +38,8 @@ export interface RouteOptions {
 
 /**
  * A connection to one route of the server. It is opened by the first question and again by the first one after it
- * was lost, but for a rest between. The server answers each question once, in their order, which is all that ties an
- * answer to its question.
+ * was lost, but for a rest between. The server answers each question once, in their order, which is all that ties
+ * an answer to its question.
  */
 export class RouteSocket {
   private socket: Socket | null = null;
@@ -115,8 +115,8 @@ export class RouteSocket {
     }
   }
 
-  // A server that stands still keeps its connections: only the time tells. It is that of the oldest question, as what
-  // is asked meanwhile makes no server alive; each answer begins it anew, as the next question's turn comes then.
+  // A server that stands still keeps its connections: only the time tells. It is that of the oldest question, as
+  // what is asked meanwhile makes no server alive; each answer begins it anew, as the next one's turn comes then.
   private watch(): void {
     if (this.watchdog !== null) {
       clearTimeout(this.watchdog);

@@ -12,8 +12,8 @@ export interface Answerer {
 }
 
 /**
- * The server, with a connection for each route that was asked, and one of their own for a route's orders: they don't
- * wait behind a large answer, nor fail with a question that has none, nor rest after a failure.
+ * The server, with a connection for each route that was asked, and one of their own for a route's orders: they
+ * don't wait behind a large answer, nor fail with a question that has none, nor rest after a failure.
  */
 export class Server implements Answerer {
   private readonly routes = new Map<string, RouteSocket>();

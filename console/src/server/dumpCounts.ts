@@ -14,8 +14,10 @@ export interface DumpCounts {
 export const recorders = ["dumper", "oscilloscope", "rate_counters_sink"] as const;
 
 /** Of one of these; rates are found by their path, the others by their name. */
-export async function getDumpCounts(server: Answerer, block: Pick<Block, "type" | "name" | "path">): Promise<DumpCounts> {
-  const { type, name, path } = block;
+export async function getDumpCounts(
+  server: Answerer,
+  { type, name, path }: Pick<Block, "type" | "name" | "path">,
+): Promise<DumpCounts> {
   const cmd = "get_dump_counts";
   const isByPath = type === "rate_counters_sink";
   const text = await (isByPath

@@ -1,5 +1,15 @@
 import type { Counts2d, Histogram, PointCloud } from "../model/data";
-import { asArray, asNumber, asObject, asText, BadAnswer, countsOf, type Json, numbersOf, parseJson } from "./answers";
+import {
+  asArray,
+  asNumber,
+  asObject,
+  asText,
+  BadAnswer,
+  countsOf,
+  type Json,
+  numbersOf,
+  parseJson,
+} from "./answers";
 import { type Answerer, order } from "./Server";
 
 // What is asked of blocks that are found by their path: spectra, time distributions, maps, images, rates.

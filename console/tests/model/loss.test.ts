@@ -4,8 +4,8 @@ import type { Entry } from "../../src/model/ledger";
 import { lossOf } from "../../src/model/loss";
 
 const entry = (became: [string, number][], dropped: number): Entry => ({
-  name: "a", type: "source", path: "p", received: 1_000, waiting: 0, became: new Map(became), missing: 0, inHand: 0,
-  made: 0, inputs: [], outputs: [{ pushed: 0, dropped, waiting: 0 }],
+  name: "a", type: "source", path: "p", received: 1_000, waiting: 0, became: new Map(became), missing: 0,
+  inHand: 0, made: 0, inputs: [], outputs: [{ pushed: 0, dropped, waiting: 0 }],
 });
 const flow = (lastLoss: number | null, lossRate: number | null): Flow => ({
   rate: 1, lossRate, lastData: 0, hasMoved: true, pauses: [], lastLoss,

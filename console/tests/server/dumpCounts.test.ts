@@ -2,7 +2,8 @@ import { describe, expect, it } from "vitest";
 import { getDumpCounts } from "../../src/server/dumpCounts";
 
 const answer =
-  '[{"response": true,"status":1,"recorded":9,"discarded":1,"failed":2,"dropped":3,"overwritten":4,"run_start":1,"paused_running_time":0}]';
+  '[{"response": true,"status":1,"recorded":9,"discarded":1,"failed":2,"dropped":3,"overwritten":4,' +
+  '"run_start":1,"paused_running_time":0}]';
 
 describe("What became of a recorder's records", () => {
   it.each([

@@ -6,14 +6,15 @@ import type { Reading } from "../../server/poll";
 const staleIntervals = 4;
 
 /**
- * How old what is shown is, in red when it isn't kept up; `intervalMs` is how often it is asked for. That the server
- * is away is said once, by the banner.
+ * How old what is shown is, in red when it isn't kept up; `intervalMs` is how often it is asked for. That the
+ * server is away is said once, by the banner.
  */
 export function Freshness(props: { reading: Reading<unknown>; intervalMs: number }): preact.JSX.Element {
   const { reading, intervalMs } = props;
   const seconds = Math.round(ageOf(reading) / 1000);
   if (isAway.value) {
-    const age = reading.value === null ? "Nothing was read yet." : `as of ${timeOfDay(reading.at)}, ${seconds} s ago`;
+    const known = `as of ${timeOfDay(reading.at)}, ${seconds} s ago`;
+    const age = reading.value === null ? "Nothing was read yet." : known;
     return <p class="warn" data-test="age">{age}</p>;
   }
   if (reading.fault !== null) {

@@ -14,6 +14,7 @@ export function ResetSpectra(): preact.JSX.Element | null {
   if (counting.length === 0) {
     return null;
   }
+  const names = counting.map(({ name }) => name).join(", ");
   const reset = (): void => {
     setAsking(false);
     action.run(async () => void (await Promise.all(counting.map(({ path }) => resetCounts(server, path)))));
@@ -36,7 +37,7 @@ export function ResetSpectra(): preact.JSX.Element | null {
       {isAsking && (
         <Confirm
           title="Reset all spectra?"
-          text={`All counts of ${counting.map(({ name }) => name).join(", ")} become 0, on every console. What is recorded in files stays.`}
+          text={`All counts of ${names} become 0, on every console. What is recorded in files stays.`}
           action="Reset all spectra"
           onCancel={() => setAsking(false)}
           onConfirm={reset}

@@ -3,7 +3,14 @@ import { useState } from "preact/hooks";
 import { awayText, isAway } from "../../app/reach";
 import { server } from "../../app/state";
 import { nextRunId, proposeRunId, runIdFault } from "../../model/runId";
-import { FolderExists, resumeRun, type RunInfo, type RunStatus, sendRunCommand, startRun } from "../../server/runControl";
+import {
+  FolderExists,
+  resumeRun,
+  type RunInfo,
+  type RunStatus,
+  sendRunCommand,
+  startRun,
+} from "../../server/runControl";
 import { Confirm } from "../common/Confirm";
 import { useAction } from "../common/useAction";
 
@@ -14,6 +21,9 @@ export interface RunButtonsProps {
   status: RunStatus;
   isKnown: boolean;
 }
+
+/** What is asked for once more before it is ordered. */
+type Asked = "stop_dump" | "reset";
 
 // Null until the operator, or a run that was begun, says otherwise.
 const chosenId = signal<string | null>(null);
@@ -42,7 +52,7 @@ export function RunButtons(props: RunButtonsProps): preact.JSX.Element {
   const { last, current, status, isKnown } = props;
   const id = chosenId.value ?? proposed(last);
   const action = useAction();
-  const [asking, ask] = useState<"stop" | "reset" | null>(null);
+  const [asking, ask] = useState<Asked | null>(null);
   const isBusy = status === "recording" || status === "paused";
   const fault = runIdFault(id);
   const isLocked = !isKnown || action.isRunning;
@@ -74,7 +84,7 @@ export function RunButtons(props: RunButtonsProps): preact.JSX.Element {
         >
           Go on
         </Press>
-        <Press what="run-stop" disabled={status === "stopped" || isLocked} onClick={() => ask("stop")}>
+        <Press what="run-stop" disabled={status === "stopped" || isLocked} onClick={() => ask("stop_dump")}>
           Stop run
         </Press>
         <Press what="reset" isDanger={true} disabled={isBusy || isLocked} onClick={() => ask("reset")}>
@@ -82,25 +92,37 @@ export function RunButtons(props: RunButtonsProps): preact.JSX.Element {
         </Press>
       </div>
       {action.fault !== null && <p class="alarm long" role="alert" data-test="run-fault">{action.fault}</p>}
-      {asking === "stop" && (
-        <Confirm
-          title={current === null ? "Stop the run?" : `Stop run ${current.id}?`}
-          text="It ends, and its files with it: it can't go on after that, as it can after a pause."
-          action="Stop run"
-          onCancel={() => ask(null)}
-          onConfirm={() => order("stop_dump")}
-        />
-      )}
-      {asking === "reset" && (
-        <Confirm
-          title="Reset all sources?"
-          text="Every board is stopped, its waiting data are thrown away, and it is started again. Counts and files stay."
-          action="Reset sources"
-          onCancel={() => ask(null)}
-          onConfirm={() => order("reset")}
-        />
+      {asking !== null && (
+        <ConfirmOrder asking={asking} run={current} onCancel={() => ask(null)} onConfirm={() => order(asking)} />
       )}
     </form>
+  );
+}
+
+interface ConfirmOrderProps {
+  asking: Asked;
+  run: RunInfo | null;
+  onCancel: () => void;
+  onConfirm: () => void;
+}
+
+function ConfirmOrder({ asking, run, onCancel, onConfirm }: ConfirmOrderProps): preact.JSX.Element {
+  return asking === "stop_dump" ? (
+    <Confirm
+      title={run === null ? "Stop the run?" : `Stop run ${run.id}?`}
+      text="It ends, and its files with it: it can't go on after that, as it can after a pause."
+      action="Stop run"
+      onCancel={onCancel}
+      onConfirm={onConfirm}
+    />
+  ) : (
+    <Confirm
+      title="Reset all sources?"
+      text="Every board is stopped, its waiting data are thrown away, and it starts again. Counts and files stay."
+      action="Reset sources"
+      onCancel={onCancel}
+      onConfirm={onConfirm}
+    />
   );
 }
 

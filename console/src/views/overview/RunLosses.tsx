@@ -14,9 +14,11 @@ const nowMs = 10_000;
 export function RunLosses(props: { blocks: readonly Block[]; isOver: boolean }): preact.JSX.Element {
   const { blocks, isOver } = props;
   const ask = (): Promise<DumpCounts[]> => Promise.all(blocks.map((block) => getDumpCounts(server, block)));
-  const reading = usePolled(blocks.length === 0 ? null : ask, intervalMs, [blocks.map(({ name }) => name).join("\n")]);
+  const names = blocks.map(({ name }) => name).join("\n");
+  const reading = usePolled(blocks.length === 0 ? null : ask, intervalMs, [names]);
   const texts = (reading.value ?? []).flatMap((counts, i) => lossText(blocks[i]?.name ?? "", counts));
-  const isRising = useRising(reading.value?.reduce((sum, counts) => sum + lostOf(counts), 0) ?? null, reading.heardAt);
+  const lost = reading.value?.reduce((sum, counts) => sum + lostOf(counts), 0);
+  const isRising = useRising(lost ?? null, reading.heardAt);
   const tone = texts.length === 0 ? "good" : isRising && !isAway.value ? "alarm" : "warn";
   return (
     <>

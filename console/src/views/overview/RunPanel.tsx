@@ -25,7 +25,8 @@ export function RunPanel(): preact.JSX.Element {
       )}
       {reading.value !== null && all.length === 0 && (
         <p class="faint">
-          The configuration has no block of type dumper: nothing records events, and the server tells nothing of a run.
+          The configuration has no block of type dumper: nothing records events, and the server tells nothing of a
+          run.
         </p>
       )}
       <RunButtons
