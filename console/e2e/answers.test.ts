@@ -1,5 +1,6 @@
 import type { Page } from "playwright-core";
 import { type Answers, chainAnswers, fakeServer } from "./support/fakeServer";
+import { shownNumber } from "./support/reading";
 import { expect, test } from "./support/test";
 import { chooseView, type View, views } from "./support/views";
 
@@ -123,6 +124,31 @@ test("an answer of far too many numbers is refused in words, and the page goes o
   expect((await alarms(page)).length).toBeLessThan(1_000);
   await chooseView(page, "chain");
   await expect.poll(() => page.locator("[data-test=node]").count()).toBe(9);
+});
+
+test("huge answers that are right are shown to the last count", async ({ site, page }) => {
+  const [bins, rows] = [1_000_000, 1_024];
+  const chain = chainAnswers(
+    [
+      { type: "spectrum", name: "wide", shape: { channels: 2, bins, gain: 1 } },
+      { type: "position", name: "large", shape: { rows, columns: rows } },
+    ],
+    () => 0,
+  );
+  const counts = (length: number): string => `[${Array.from({ length }, (_, i) => i % 10).join()}]`;
+  const spectrum = `[{"data":${counts(bins)}}]`;
+  const map = `{"data":[${Array(rows).fill(counts(rows)).join()}]}`;
+  await fakeServer(page, (query, route) => {
+    const answer = query.path?.endsWith("wide") ? spectrum : map;
+    return route === "query_by_json" ? answer : chain(query, route);
+  });
+  const total = page.locator("[data-test=total]");
+  await page.goto(`${site.url}#/spectra?show=${encodeURIComponent("wide@1")}`);
+  await expect.poll(() => shownNumber(total)).toBe(4.5 * bins);
+  await chooseView(page, "position");
+  const ofRow = 45 * 102 + 0 + 1 + 2 + 3;
+  await expect.poll(() => shownNumber(total)).toBe(rows * ofRow);
+  expect(await page.locator("[data-test=size]").innerText()).toBe("1024 × 1024");
 });
 
 test("a chain of 300 blocks is drawn, and the page stays usable", async ({ site, page }) => {

@@ -1,4 +1,4 @@
-import { numberIn, shownNumber } from "./support/reading";
+import { numberIn, shownNumber, sumOf } from "./support/reading";
 import { expect, test } from "./support/test";
 
 test("the overview's sources have received what the ledger says", async ({
@@ -45,4 +45,33 @@ test("the live spectrum leads to the same channel in the spectra", async ({ acqu
   await live.getByRole("link").click();
   const curves = page.locator("[data-test=curves] tbody");
   await expect.poll(() => curves.innerText()).toMatch(new RegExp(`spectrum0 · ch ${channel}\\b`));
+});
+
+test("a reset of the live spectrum is one of the server's counts, when it is confirmed", async ({
+  acquisition: _,
+  site,
+  page,
+  client,
+}) => {
+  const path = "processing/0/filter_chain/board0/chain/spectrum0";
+  const counts = async (): Promise<number> => {
+    const channels = Array.from({ length: 200 }, (_, channel) => channel);
+    const all = await client.sink<{ data: number[] }[]>(path, { cmd: "get_data", channels });
+    return sumOf(all.map(({ data }) => sumOf(data)));
+  };
+  await page.goto(site.url);
+  const live = page.locator("section.live");
+  const press = (name: string): Promise<void> => live.getByRole("button", { name, exact: true }).click();
+  await press("Start");
+  await expect.poll(counts).toBeGreaterThan(0);
+  await press("Stop");
+  await expect.poll(() => live.locator("[data-test=counting]").innerText()).toBe("stopped");
+  await press("Reset");
+  await page.locator("dialog[open]").getByRole("button", { name: "Cancel" }).click();
+  expect(await counts()).toBeGreaterThan(0);
+  await press("Reset");
+  await page.locator("[data-test=confirm-action]").click();
+  await expect.poll(counts).toBe(0);
+  const counted = (await client.ledger()).find(({ name }) => name === "spectrum0")!.became["counted"];
+  expect(counted).toBeGreaterThan(0); // the account is that of all records, which a reset doesn't change
 });

@@ -1,34 +1,24 @@
-import { execFileSync } from "node:child_process";
-import { existsSync, mkdtempSync, readdirSync, readFileSync, rmSync } from "node:fs";
-import { tmpdir } from "node:os";
-import { dirname, join } from "node:path";
+import { join } from "node:path";
 import type { Page } from "playwright-core";
-import { places } from "./support/places";
-import { shownNumber } from "./support/reading";
-import { expect, test } from "./support/test";
-
-const client = join(dirname(places.server), "korvaxctl");
+import { shownNumber, sumOf } from "./support/reading";
+import { isWhole, storedEvents } from "./support/runFiles";
+import { expect, lostConnection, test } from "./support/test";
 
 const inRun = (page: Page, what: string) => page.locator(`[data-test=run-dumper1] [data-test=${what}]`);
 const status = (page: Page): Promise<string> => inRun(page, "run-status").innerText();
 const press = (page: Page, what: string): Promise<void> => page.locator(`[data-test=${what}]`).click();
+const texts = (page: Page, what: string): Promise<string[]> =>
+  page.locator(`[data-test=${what}]`).allInnerTexts();
 
 async function begin(page: Page, id: string): Promise<void> {
   await page.locator("[data-test=run-id-input]").fill(id);
   await press(page, "run-start");
 }
 
-/** The events in the files that a dumper wrote. */
-function storedEvents(folder: string): number {
-  const files = readdirSync(folder).filter((name) => /^dumper1_\d+\.bin$/.test(name));
-  const target = mkdtempSync(join(tmpdir(), "korvax-read-"));
-  try {
-    const csv = join(target, "events.csv");
-    execFileSync(client, ["files", "csv", ...files.map((name) => join(folder, name)), "--output", csv]);
-    return readFileSync(csv, "utf8").trimEnd().split("\n").length;
-  } finally {
-    rmSync(target, { recursive: true });
-  }
+async function stop(page: Page): Promise<void> {
+  await press(page, "run-stop");
+  await press(page, "confirm-action");
+  await expect.poll(() => status(page)).toBe("stopped");
 }
 
 test("a whole run is taken by clicks, and its files hold what the page said", async ({
@@ -41,6 +31,8 @@ test("a whole run is taken by clicks, and its files hold what the page said", as
   await expect.poll(() => status(page)).toBe("recording");
   expect(await inRun(page, "run-id").innerText()).toBe("by-clicks");
   await expect.poll(() => shownNumber(inRun(page, "run-events"))).toBeGreaterThan(0);
+  await expect.poll(() => page.title()).toMatch(/^● by-clicks · [\d.]+( [kM])?\/s – korvax$/);
+  await expect.poll(() => texts(page, "run-losses")).toEqual(["Lost in this run: nothing."]);
 
   await press(page, "run-pause");
   await expect.poll(() => status(page)).toBe("paused");
@@ -49,37 +41,100 @@ test("a whole run is taken by clicks, and its files hold what the page said", as
   await expect.poll(() => status(page)).toBe("recording");
   await expect.poll(() => shownNumber(inRun(page, "run-events"))).toBeGreaterThan(paused);
 
-  await press(page, "run-stop");
-  await press(page, "confirm-action");
-  await expect.poll(() => status(page)).toBe("stopped");
+  await stop(page);
   const folder = join(acquisition.folder, "by-clicks");
-  const verified = (): string => execFileSync(client, ["files", "verify", folder], { encoding: "utf8" });
-  await expect.poll(() => existsSync(folder) && isWhole(verified)).toBe(true);
+  await expect.poll(() => isWhole(folder)).toBe(true);
   const stored = storedEvents(folder);
   expect(stored).toBeGreaterThan(paused);
   await expect.poll(() => shownNumber(inRun(page, "run-events"))).toBe(stored);
+  expect(await texts(page, "broken-run")).toEqual([]);
 });
 
-/** A recorder ends its files at the first data behind the stop. */
-function isWhole(verified: () => string): boolean {
-  try {
-    verified();
-    return true;
-  } catch {
-    return false;
-  }
-}
-
-test("a run whose folder exists is refused, with what to do", async ({ acquisition: _, site, page }) => {
+test("a run is stopped only when that is confirmed, by its name", async ({ acquisition: _, site, page }) => {
   await page.goto(site.url);
-  await begin(page, "twice");
+  await begin(page, "not-yet");
   await expect.poll(() => status(page)).toBe("recording");
   await press(page, "run-stop");
-  await press(page, "confirm-action");
-  await expect.poll(() => status(page)).toBe("stopped");
-  await begin(page, "twice");
-  await expect.poll(() => page.locator("[data-test=run-fault]").allInnerTexts()).toEqual([
-    expect.stringContaining('"Existing Folder"'),
-  ]);
+  const dialog = page.locator("dialog[open]");
+  await expect.poll(() => dialog.innerText()).toContain("Stop run not-yet?");
+  const before = await shownNumber(inRun(page, "run-events"));
+  await dialog.getByRole("button", { name: "Cancel" }).click();
+  await expect.poll(() => shownNumber(inRun(page, "run-events"))).toBeGreaterThan(before);
+  expect(await status(page)).toBe("recording");
+  await stop(page);
+});
+
+test("a run whose folder exists is refused by its id, with what to do", async ({ acquisition: _, site, page }) => {
+  await page.goto(site.url);
+  await begin(page, "twice_7");
+  await expect.poll(() => status(page)).toBe("recording");
+  await stop(page);
+  await begin(page, "twice_7");
+  const refusal = 'There is a folder of run twice_7 already ("Existing Folder"): choose another id.';
+  await expect.poll(() => texts(page, "run-fault")).toEqual([refusal]);
+  expect(await page.locator("[data-test=run-id-input]").inputValue()).toBe("twice_8");
   expect(await status(page)).toBe("stopped");
+});
+
+test("a run with a long id breaks no line of the page", async ({ acquisition: _, site, page }) => {
+  await page.goto(site.url);
+  await begin(page, "x".repeat(200));
+  await expect.poll(() => status(page)).toBe("recording");
+  await expect.poll(() => page.locator("[data-test=status]").innerText()).toContain("xxx");
+  const widths = await page.evaluate(() =>
+    ["html", "main", "[aria-label=Run]"].map((selector) => {
+      const element = document.querySelector(selector)!;
+      return element.scrollWidth - element.clientWidth;
+    }),
+  );
+  expect(widths).toEqual([0, 0, 0]);
+  await stop(page);
+});
+
+test("a run that ended with its server is told until somebody has read it", async ({
+  acquisition,
+  site,
+  page,
+  mayLog,
+}) => {
+  mayLog.push(lostConnection);
+  await page.goto(site.url);
+  await begin(page, "broken-off");
+  await expect.poll(() => inRun(page, "run-id").innerText()).toBe("broken-off");
+  await expect.poll(() => shownNumber(inRun(page, "run-events"))).toBeGreaterThan(0);
+  await acquisition.kill();
+  await acquisition.start();
+  const told = expect.stringMatching(/server was started anew.* run broken-off was broken off.*korvaxctl files recover/);
+  await expect.poll(() => texts(page, "broken-run")).toEqual([told]);
+  await page.reload();
+  await expect.poll(() => texts(page, "broken-run")).toEqual([told]);
+  await page.locator("[data-test=broken-run] button").click();
+  await expect.poll(() => texts(page, "broken-run")).toEqual([]);
+  await page.reload();
+  await expect.poll(() => status(page)).toBe("stopped");
+  expect(await texts(page, "broken-run")).toEqual([]);
+});
+
+test("all spectra are emptied by one button, when that is confirmed", async ({
+  acquisition: _,
+  site,
+  page,
+  client,
+}) => {
+  const path = "processing/0/filter_chain/board0/chain/spectrum0";
+  const counts = async (): Promise<number> => {
+    const channels = Array.from({ length: 200 }, (_, channel) => channel);
+    const all = await client.sink<{ data: number[] }[]>(path, { cmd: "get_data", channels });
+    return sumOf(all.map(({ data }) => sumOf(data)));
+  };
+  await client.sink(path, { cmd: "run_control", status: "freerun" });
+  await expect.poll(counts).toBeGreaterThan(0);
+  await client.sink(path, { cmd: "run_control", status: "idle" });
+  await page.goto(site.url);
+  await press(page, "reset-spectra");
+  await page.locator("dialog[open]").getByRole("button", { name: "Cancel" }).click();
+  expect(await counts()).toBeGreaterThan(0);
+  await press(page, "reset-spectra");
+  await press(page, "confirm-action");
+  await expect.poll(counts).toBe(0);
 });

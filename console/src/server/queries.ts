@@ -88,7 +88,8 @@ export function resetCounts(server: Answerer, path: string): Promise<void> {
 export function expectDone(answer: Json, what: string): void {
   const response = asObject(asArray(answer, what)[0], what)["response"];
   if (response !== true) {
-    throw new BadAnswer(typeof response === "string" ? response : `The answer for ${what} says neither yes nor no.`);
+    const said = typeof response === "string" ? response : `The answer for ${what} says neither yes nor no.`;
+    throw new BadAnswer(said);
   }
 }
 

@@ -2,14 +2,16 @@ import { duration, short, whole } from "../../base/format";
 import { isOn } from "../../model/brokenRun";
 import type { RunInfo } from "../../server/runControl";
 
-/** What a dumper says of its run, or of the last one. */
-export function RunFigures(props: { run: RunInfo }): preact.JSX.Element {
-  const { run } = props;
+/** What a dumper says of its run, or of the last one; whether it still does so isn't always known. */
+export function RunFigures(props: { run: RunInfo; isKnown: boolean }): preact.JSX.Element {
+  const { run, isKnown } = props;
   const wasRun = isOn(run) || run.storedEvents > 0 || run.runningTime > 0;
   return (
     <dl class="figures" data-test={`run-${run.name}`}>
       <dt>state of {run.name}</dt>
-      <dd class={`run ${run.status}`} data-test="run-status">{run.status}</dd>
+      <dd class={isKnown ? `run ${run.status}` : "warn"} data-test="run-status">
+        {isKnown ? run.status : `not known, was ${run.status}`}
+      </dd>
       <dt>{isOn(run) ? "run" : "last run"}</dt>
       <dd class="long" data-test="run-id">{wasRun ? run.id : "none yet"}</dd>
       <dt>running time</dt>

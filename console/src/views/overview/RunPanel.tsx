@@ -14,11 +14,12 @@ import { RunLosses } from "./RunLosses";
 export function RunPanel(): preact.JSX.Element {
   const reading = runs.value;
   const all = reading.value ?? [];
+  const isCurrent = isKnown(reading) && !isAway.value;
   return (
     <section class="panel" aria-label="Run">
       <h2>Run</h2>
       {all.map((run) => (
-        <RunFigures run={run} key={run.name} />
+        <RunFigures run={run} isKnown={isCurrent} key={run.name} />
       ))}
       {all.length > 0 && (
         <RunLosses blocks={ofType(blocks.value.value ?? [], ...recorders)} isOver={!all.some(isOn)} />
@@ -33,7 +34,7 @@ export function RunPanel(): preact.JSX.Element {
         last={all[0]}
         current={all.find(isOn) ?? null}
         status={commonStatus(all)}
-        isKnown={isKnown(reading) && !isAway.value}
+        isKnown={isCurrent}
       />
       <ResetSpectra />
       <Freshness reading={reading} intervalMs={1_000} />

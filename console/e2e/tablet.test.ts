@@ -1,0 +1,42 @@
+import type { Page } from "playwright-core";
+import { expect, test as base } from "./support/test";
+import { shownView, views } from "./support/views";
+
+const leastHeight = 34; // px, for fingers
+
+const test = base.extend<{ page: Page }>({
+  page: async ({ browser }, use) => {
+    const viewport = { width: 820, height: 1180 };
+    const page = await browser.newPage({ viewport, hasTouch: true, isMobile: true });
+    const errors: string[] = [];
+    page.on("pageerror", (error) => errors.push(String(error)));
+    await use(page);
+    await page.close();
+    expect(errors).toEqual([]);
+  },
+});
+
+for (const [i, view] of views.entries()) {
+  test(`the view ${view} opens by touch, fits a tablet's width, and has buttons for fingers`, async ({
+    acquisition: _,
+    site,
+    page,
+  }) => {
+    await page.goto(`${site.url}#/${views[(i + 1) % views.length]}`);
+    await page.locator("nav a").nth(i).tap();
+    await expect.poll(() => shownView(page)).toBe(view);
+    await expect.poll(() => page.locator("main button:visible, main select:visible").count()).toBeGreaterThan(0);
+    const excess = await page.evaluate(() =>
+      [document.documentElement, document.querySelector("main")!].map((one) => one.scrollWidth - one.clientWidth),
+    );
+    expect(excess).toEqual([0, 0]);
+    const low = await page.locator("button:visible, select:visible").evaluateAll(
+      (elements, least) =>
+        elements
+          .map((element) => ({ text: element.textContent, height: element.getBoundingClientRect().height }))
+          .filter(({ height }) => height < least),
+      leastHeight,
+    );
+    expect(low).toEqual([]);
+  });
+}
