@@ -1,7 +1,7 @@
 import { describe, expect, it } from "vitest";
 import { type Capture, captured, type Mode, nothingCaptured, refitted } from "../../src/views/scope/capture";
 import { areAllZero, envelopeOf, keyOf, labelOf, sameTraces } from "../../src/views/scope/traces";
-import { crossingIn, crossingOf, formatTrigger, parseTrigger } from "../../src/views/scope/trigger";
+import { crossingIn, crossingOf, formatTrigger, parseTrigger, proposedTrigger } from "../../src/views/scope/trigger";
 import { analogOf, digitalOf } from "./traceOf";
 
 const trigger = { key: "0", level: 50, isRising: true };
@@ -27,9 +27,15 @@ describe("a screen that runs", () => {
     expect(after("run", flat, pulse, pulse, pulse)).toMatchObject({ changedAt: 2000, shownAt: 4000 });
   });
 
-  it("widens its scale, and never narrows it by itself", () => {
-    expect(after("run", flat, pulse, flat).seen).toEqual({ low: 1, high: 90 });
-    expect(refitted(after("run", pulse, flat)).seen).toEqual({ low: 1, high: 2 });
+  it("keeps the first waveform of each channel for its scale, until it fits what is shown", () => {
+    const both = [...flat, analogOf(1, 5, 6)];
+    expect([...after("run", pulse, flat, both).first.values()]).toEqual([pulse[0], both[1]]);
+    expect([...refitted(after("run", pulse, flat)).first.values()]).toEqual(flat);
+  });
+
+  it("waits with its scale for a channel that had no waveform, whose samples are all 0", () => {
+    expect([...after("run", [analogOf(0, 0, 0, 0)], pulse).first.values()]).toEqual(pulse);
+    expect(refitted(after("run", [analogOf(0, 0, 0, 0)])).first.size).toBe(0);
   });
 });
 
@@ -39,8 +45,9 @@ describe("a triggered screen", () => {
     expect(after("triggered", pulse, flat, other)).toMatchObject({ shown: other, shownAt: 3000, crossing: 1 });
   });
 
-  it("shows nothing before the first", () => {
+  it("shows nothing before the first, and yet knows what a level would suit", () => {
     expect(after("triggered", flat, flat)).toMatchObject({ shown: null, latest: flat });
+    expect(after("triggered", flat).first.get("0")).toBe(flat[0]);
   });
 });
 
@@ -89,10 +96,30 @@ describe("a crossing", () => {
   it("is kept in the address", () => {
     const falling = { key: "3d0", level: -12.5, isRising: false };
     expect(formatTrigger(falling)).toBe("3d0,-12.5,falling");
-    expect(parseTrigger("3d0,-12.5,falling", "0")).toEqual(falling);
+    expect(parseTrigger("3d0,-12.5,falling")).toEqual(falling);
     for (const text of [null, "", "3,x,rising", "3,1,up", "x,1,rising", "3,Infinity,rising"]) {
-      expect(parseTrigger(text, "4")).toEqual({ key: "4", level: 0, isRising: true });
+      expect(parseTrigger(text)).toBeNull();
     }
+  });
+});
+
+describe("the trigger that is proposed", () => {
+  const proposed = (...samples: number[]): unknown => proposedTrigger("0", new Map([["0", analogOf(0, ...samples)]]));
+
+  it("is half way from the baseline to the peak, up or down", () => {
+    expect(proposed(1000, 998, 1002, 1000, 2400, 1600, 1000)).toEqual({ key: "0", level: 1700, isRising: true });
+    expect(proposed(1000, 998, 1002, 1000, 200, 600, 1000)).toEqual({ key: "0", level: 600, isRising: false });
+  });
+
+  it("tells a small pulse on a high baseline", () => {
+    expect(proposed(1e6, 1e6, 1e6, 1e6 + 20)).toEqual({ key: "0", level: 1_000_010, isRising: true });
+    expect(proposed(0.3, 0.3, 0.3, 0.31)).toEqual({ key: "0", level: 0.305, isRising: true });
+  });
+
+  it("is between 0 and 1 of a digital trace, and 0 while nothing is known", () => {
+    expect(proposedTrigger("0d1", new Map())).toEqual({ key: "0d1", level: 0.5, isRising: true });
+    expect(proposedTrigger("0", new Map())).toEqual({ key: "0", level: 0, isRising: true });
+    expect(proposed()).toEqual({ key: "0", level: 0, isRising: true });
   });
 });
 
@@ -117,9 +144,9 @@ describe("traces", () => {
   });
 
   it("have an envelope of their analog samples", () => {
-    expect(envelopeOf([analogOf(0, 7, 9), digitalOf(0, 0, 0, 1)], null)).toEqual({ low: 7, high: 9 });
-    expect(envelopeOf([analogOf(0, 7, 9)], { low: 8, high: 20 })).toEqual({ low: 7, high: 20 });
-    expect(envelopeOf([digitalOf(0, 0, 1)], null)).toBeNull();
-    expect(envelopeOf([], null)).toBeNull();
+    expect(envelopeOf([analogOf(0, 7, 9), digitalOf(0, 0, 0, 1)])).toEqual({ low: 7, high: 9 });
+    expect(envelopeOf([analogOf(0, 7, 9), analogOf(1, 8, 20)])).toEqual({ low: 7, high: 20 });
+    expect(envelopeOf([digitalOf(0, 0, 1)])).toBeNull();
+    expect(envelopeOf([])).toBeNull();
   });
 });

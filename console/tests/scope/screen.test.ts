@@ -1,6 +1,6 @@
 import { describe, expect, it } from "vitest";
 import { columnsOf } from "../../src/views/scope/columns";
-import { layoutOf, sampleAt, xOf, yOf } from "../../src/views/scope/layout";
+import { beyond, layoutOf, sampleAt, xOf, yOf } from "../../src/views/scope/layout";
 import { nsOf, ticksOf, timeText, unitFor } from "../../src/views/scope/timeAxis";
 
 describe("the screen", () => {
@@ -94,5 +94,19 @@ describe("the time axis", () => {
     expect(nsOf("8")).toBe(8);
     expect(nsOf("0.5")).toBe(0.5);
     expect([null, "", "0", "-8", "x", "Infinity", "1e99"].map(nsOf)).toEqual(Array(7).fill(null));
+  });
+});
+
+describe("traces beyond the screen", () => {
+  const vertical = { offset: 0, perDivision: 1 };
+  const samples = Float64Array.from([0, 5, 9, 4, -4, -7, 0]);
+
+  it("are found where they are furthest from it", () => {
+    expect(beyond(samples, [0, 6], vertical)).toEqual({ above: 2, below: 5 });
+  });
+
+  it("aren't told of where they end at its edge, or out of sight", () => {
+    expect(beyond(samples, [3, 4], vertical)).toEqual({ above: -1, below: -1 });
+    expect(beyond(samples, [0, 6], { offset: 1, perDivision: 2.1 })).toEqual({ above: -1, below: -1 });
   });
 });

@@ -17,16 +17,16 @@ describe("traces that fit", () => {
     [0, 16383],
     [5, 6],
     [0, 0.013],
-  ])("are seen whole from %d to %d", (low, high) => {
+  ])("are seen whole and with a margin from %d to %d", (low, high) => {
     const { offset, perDivision } = fitted({ low, high });
-    expect(offset + 4 * perDivision).toBeGreaterThanOrEqual(high);
-    expect(offset - 4 * perDivision).toBeLessThanOrEqual(low);
+    expect(offset + 3.5 * perDivision).toBeGreaterThanOrEqual(high - 1e-9);
+    expect(offset - 3.5 * perDivision).toBeLessThanOrEqual(low + 1e-9);
     // And no step finer would do: 2.5 is the greatest ratio of two steps.
-    expect((high - low) / perDivision).toBeGreaterThan(7 / 2.5 - 1e-9);
+    expect((high - low) / perDivision).toBeGreaterThan(6 / 2.5 - 1e-9);
   });
 
   it("stand on round values", () => {
-    // 1167 over 7 divisions is 166.7 each, so 200; the middle 1571.5 goes to the nearest 200.
+    // 1167 over 6 divisions is 194.5 each, so 200; the middle 1571.5 goes to the nearest 200.
     expect(fitted({ low: 988, high: 2155 })).toEqual({ offset: 1600, perDivision: 200 });
   });
 

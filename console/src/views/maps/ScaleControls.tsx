@@ -1,6 +1,7 @@
 import { colourTables } from "../../charts/colourTables";
 import { parameter, setParameter } from "../../app/route";
 import { Choice } from "../common/Choice";
+import { NumberInput } from "../common/NumberInput";
 import { fixedScaleOf, tableNamed } from "./mapSettings";
 
 export const isLogChosen = (): boolean => parameter("z") !== "lin";
@@ -78,13 +79,11 @@ function EndField({ name, value, isDisabled, onChange }: EndFieldProps): preact.
   return (
     <label class="row end">
       {name}
-      <input
-        type="number"
+      <NumberInput
         min="0"
-        step="any"
         disabled={isDisabled}
         value={textOf(value)}
-        onChange={(event) => onChange(event.currentTarget.value)}
+        onEnter={onChange}
         data-test={name.toLowerCase()}
       />
     </label>

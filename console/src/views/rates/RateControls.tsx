@@ -1,6 +1,7 @@
 import { setParameter } from "../../app/route";
 import type { Block } from "../../model/blocks";
 import { BlockChooser } from "../common/BlockChooser";
+import { NumberInput } from "../common/NumberInput";
 import { type RateOptions, spans } from "./options";
 
 export interface RateControlsProps {
@@ -51,14 +52,12 @@ function TickInput(props: { options: RateOptions; tick: number | null }): preact
   return (
     <label title="The board alone knows the unit of its timestamps; empty, it is reckoned from counts and rates.">
       Timestamp unit / ns{" "}
-      <input
-        type="number"
+      <NumberInput
         class="tick"
         min="0"
-        step="any"
         placeholder={placeholder}
         value={options.tickNs ?? ""}
-        onChange={(event) => setParameter("tick", event.currentTarget.value || null)}
+        onEnter={(text) => setParameter("tick", text || null)}
       />
     </label>
   );

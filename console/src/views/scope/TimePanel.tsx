@@ -1,3 +1,4 @@
+import { NumberInput } from "../common/NumberInput";
 import { timeText, unitFor } from "./timeAxis";
 import type { Cursor } from "./useCursor";
 import type { Scope } from "./useScope";
@@ -12,14 +13,12 @@ export function TimePanel(props: { scope: Scope; cursor: Cursor }): preact.JSX.E
     <div class="panel row">
       <label title="The board's sampling interval; empty counts samples.">
         ns per sample{" "}
-        <input
-          type="number"
+        <NumberInput
           class="short"
           min="0"
-          step="any"
           placeholder="none"
           value={scope.nsPerSample ?? ""}
-          onChange={(event) => scope.setNs(event.currentTarget.value)}
+          onEnter={scope.setNs}
           data-test="scope-ns"
         />
       </label>

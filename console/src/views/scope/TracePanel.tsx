@@ -1,6 +1,7 @@
 import { curveColour } from "../../charts/curves";
 import { isDark } from "../../base/theme";
 import type { Trace } from "../../server/scope";
+import { NumberInput } from "../common/NumberInput";
 import { keyOf, labelOf } from "./traces";
 import type { Scope } from "./useScope";
 import { settingOf } from "./vertical";
@@ -66,27 +67,23 @@ function VerticalInputs(props: TracePanelProps & { trace: Trace; traceKey: strin
   return (
     <>
       <td>
-        <input
-          type="number"
+        <NumberInput
           class="short"
-          step="any"
           aria-label={`Offset of ${labelOf(trace)}`}
           value={setting.offset ?? ""}
           placeholder={String(whole.offset)}
-          onChange={(event) => set(event.currentTarget.value, String(setting.perDivision ?? ""))}
+          onEnter={(text) => set(text, String(setting.perDivision ?? ""))}
           data-test="offset"
         />
       </td>
       <td>
-        <input
-          type="number"
+        <NumberInput
           class="short"
           min="0"
-          step="any"
           aria-label={`Values per division of ${labelOf(trace)}`}
           value={setting.perDivision ?? ""}
           placeholder={String(whole.perDivision)}
-          onChange={(event) => set(String(setting.offset ?? ""), event.currentTarget.value)}
+          onEnter={(text) => set(String(setting.offset ?? ""), text)}
           data-test="scale"
         />
       </td>

@@ -1,4 +1,5 @@
 import type { Trace } from "../../server/scope";
+import { NumberInput } from "../common/NumberInput";
 import { keyOf, labelOf } from "./traces";
 import type { Scope } from "./useScope";
 
@@ -14,7 +15,7 @@ export function TriggerPanel(props: { scope: Scope; shown: readonly Trace[] }): 
         Trace{" "}
         <select
           value={trigger.key}
-          onChange={(event) => setTrigger({ ...trigger, key: event.currentTarget.value })}
+          onChange={(event) => scope.triggerOn(event.currentTarget.value)}
           data-test="trigger-trace"
         >
           {!isKnown && <option value={trigger.key}>{`Ch ${trigger.key} (not shown)`}</option>}
@@ -34,12 +35,10 @@ export function TriggerPanel(props: { scope: Scope; shown: readonly Trace[] }): 
       </label>
       <label>
         Level{" "}
-        <input
-          type="number"
+        <NumberInput
           class="short"
-          step="any"
           value={trigger.level}
-          onChange={(event) => setTrigger({ ...trigger, level: Number(event.currentTarget.value) || 0 })}
+          onEnter={(text) => setTrigger({ ...trigger, level: Number(text) || 0 })}
           data-test="trigger-level"
         />
       </label>

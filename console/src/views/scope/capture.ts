@@ -1,5 +1,5 @@
 import type { Trace } from "../../server/scope";
-import { type Envelope, envelopeOf, sameTraces } from "./traces";
+import { type FirstTraces, sameTraces, withFirst } from "./traces";
 import { crossingIn, type Trigger } from "./trigger";
 
 /** "run" shows every waveform, "triggered" those that trigger, "single" freezes with the first of them. */
@@ -13,8 +13,8 @@ export interface Capture {
   shownAt: number;
   /** Where it triggered; -1 when it didn't. */
   crossing: number;
-  /** All that was shown of analog samples since the last fit. */
-  seen: Envelope | null;
+  /** What the scale fits and the trigger's level is proposed from: the first that was read since the last fit. */
+  first: FirstTraces;
   /** The last that was read, shown or not, and when it last differed from the one before. */
   latest: readonly Trace[] | null;
   changedAt: number;
@@ -25,7 +25,7 @@ export const nothingCaptured: Capture = {
   shown: null,
   shownAt: 0,
   crossing: -1,
-  seen: null,
+  first: new Map(),
   latest: null,
   changedAt: 0,
 };
@@ -33,7 +33,8 @@ export const nothingCaptured: Capture = {
 /** With traces that were read at this time. A waveform that is read again triggers only once. */
 export function captured(before: Capture, traces: readonly Trace[], trigger: Trigger, at: number): Capture {
   const isNew = before.latest === null || !sameTraces(before.latest, traces);
-  const read = { ...before, latest: traces, changedAt: isNew ? at : before.changedAt };
+  const changedAt = isNew ? at : before.changedAt;
+  const read = { ...before, latest: traces, changedAt, first: withFirst(before.first, traces) };
   const crossing = crossingIn(traces, trigger);
   const isHeld = before.mode !== "run" && (crossing < 0 || !isNew);
   if (before.mode === "frozen" || isHeld) {
@@ -45,11 +46,10 @@ export function captured(before: Capture, traces: readonly Trace[], trigger: Tri
     shown: traces,
     shownAt: at,
     crossing,
-    seen: envelopeOf(traces, before.seen),
   };
 }
 
 /** With a scale that fits what is shown now. */
 export function refitted(capture: Capture): Capture {
-  return { ...capture, seen: envelopeOf(capture.shown ?? [], null) };
+  return { ...capture, first: withFirst(new Map(), capture.shown ?? []) };
 }

@@ -2,8 +2,9 @@ import { curveColour } from "../../charts/curves";
 import type { Trace } from "../../server/scope";
 import { columnsOf } from "./columns";
 import type { Picture } from "./draw";
-import { type Layout, sampleAt, xOf, yOf } from "./layout";
+import { type Area, beyond, type Layout, sampleAt, xOf, yOf } from "./layout";
 import { keyOf, labelOf } from "./traces";
+import type { Vertical } from "./vertical";
 
 /** What is drawn, where, and with what. */
 export interface Drawing {
@@ -12,6 +13,9 @@ export interface Drawing {
   layout: Layout;
 }
 
+/** A line on the outermost value is seen whole. */
+const edge = 2;
+
 /** `place` is the trace's among the analog ones. */
 export function drawAnalog(drawing: Drawing, trace: Trace, place: number): void {
   const { ctx, picture, layout } = drawing;
@@ -19,11 +23,32 @@ export function drawAnalog(drawing: Drawing, trace: Trace, place: number): void 
   const vertical = picture.verticalOf(keyOf(trace));
   ctx.strokeStyle = ctx.fillStyle = curveColour(picture.colourOf(trace.channel), picture.isDark);
   ctx.lineWidth = keyOf(trace) === picture.selected ? 2 : 1;
-  ctx.beginPath();
   const y = (value: number): number => yOf(value, band, vertical);
+  ctx.save();
+  ctx.beginPath();
+  ctx.rect(layout.left, band.top - edge, layout.width, band.height + 2 * edge);
+  ctx.clip();
+  ctx.beginPath();
   tracePath(drawing, trace, y);
   ctx.stroke();
+  ctx.restore();
   nameTrace(drawing, trace, place, y);
+  markCut(drawing, trace, band, vertical);
+}
+
+// What goes on beyond the edge must not look as if it ended there.
+function markCut({ ctx, picture, layout }: Drawing, trace: Trace, band: Area, vertical: Vertical): void {
+  const { above, below } = beyond(trace.samples, picture.view, vertical);
+  const words = keyOf(trace) === picture.selected ? " goes on, F fits" : "";
+  ctx.textAlign = "left";
+  if (above >= 0) {
+    ctx.textBaseline = "top";
+    ctx.fillText(`▲${words}`, xOf(above, layout, picture.view) + 6, band.top);
+  }
+  if (below >= 0) {
+    ctx.textBaseline = "bottom";
+    ctx.fillText(`▼${words}`, xOf(below, layout, picture.view) + 6, band.top + band.height);
+  }
 }
 
 const nameWidth = 44;

@@ -61,3 +61,20 @@ export function yOf(value: number, area: Area, vertical: Vertical): number {
   const up = (value - vertical.offset) / vertical.perDivision / divisions;
   return area.top + area.height * (0.5 - up);
 }
+
+/** Samples of the view that are furthest above and below the screen; -1 where none is. */
+export function beyond(samples: Float64Array, view: View, vertical: Vertical): { above: number; below: number } {
+  const half = (divisions / 2) * vertical.perDivision;
+  let [high, low] = [vertical.offset + half, vertical.offset - half];
+  let [above, below] = [-1, -1];
+  const last = Math.min(samples.length - 1, Math.floor(view[1]));
+  for (let i = Math.max(0, Math.ceil(view[0])); i <= last; ++i) {
+    if (samples[i]! > high) {
+      [high, above] = [samples[i]!, i];
+    }
+    if (samples[i]! < low) {
+      [low, below] = [samples[i]!, i];
+    }
+  }
+  return { above, below };
+}

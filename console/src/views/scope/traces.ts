@@ -39,9 +39,19 @@ export interface Envelope {
   high: number;
 }
 
-/** Of the analog traces, and of what was seen before; null of nothing. */
-export function envelopeOf(traces: readonly Trace[], before: Envelope | null): Envelope | null {
-  let { low, high } = before ?? { low: Infinity, high: -Infinity };
+/** The first waveform of each trace, by its key. */
+export type FirstTraces = ReadonlyMap<string, Trace>;
+
+/** With the traces that weren't known yet. A channel whose samples are all 0 had no waveform. */
+export function withFirst(known: FirstTraces, traces: readonly Trace[]): FirstTraces {
+  const isFirst = (trace: Trace): boolean => !known.has(keyOf(trace)) && !areAllZero([trace]);
+  const more = traces.filter(isFirst);
+  return more.length === 0 ? known : new Map([...known, ...more.map((trace) => [keyOf(trace), trace] as const)]);
+}
+
+/** Of the analog traces; null of nothing. */
+export function envelopeOf(traces: Iterable<Trace>): Envelope | null {
+  let [low, high] = [Infinity, -Infinity];
   for (const { samples, isDigital } of traces) {
     for (let i = 0; !isDigital && i < samples.length; ++i) {
       low = samples[i]! < low ? samples[i]! : low;

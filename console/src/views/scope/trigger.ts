@@ -1,5 +1,6 @@
 import type { Trace } from "../../server/scope";
-import { keyOf } from "./traces";
+import { type FirstTraces, keyOf } from "./traces";
+import { niceStep } from "./vertical";
 
 /** What a waveform must do to be held. */
 export interface Trigger {
@@ -26,12 +27,29 @@ export function crossingIn(traces: readonly Trace[], trigger: Trigger): number {
   return trace === undefined ? -1 : crossingOf(trace.samples, trigger.level, trigger.isRising);
 }
 
-/** From the address: "0,1200,rising"; else at level 0 of this trace. */
-export function parseTrigger(text: string | null, key: string): Trigger {
+/** Half way from where the trace mostly is to its peak, on the way there; level 0 while no waveform is known. */
+export function proposedTrigger(key: string, first: FirstTraces): Trigger {
+  const trace = first.get(key);
+  if (key.includes("d")) {
+    return { key, level: 0.5, isRising: true };
+  }
+  if (trace === undefined || trace.samples.length === 0) {
+    return { key, level: 0, isRising: true };
+  }
+  const sorted = trace.samples.slice().sort();
+  const [low, usual, high] = [sorted[0]!, sorted[sorted.length >> 1]!, sorted[sorted.length - 1]!];
+  const isRising = high - usual >= usual - low;
+  const step = niceStep((high - low) / 100);
+  const level = Math.round((usual + (isRising ? high : low)) / 2 / step) * step;
+  return { key, level: Number(level.toPrecision(9)), isRising };
+}
+
+/** From the address: "0,1200,rising"; null when it has none. */
+export function parseTrigger(text: string | null): Trigger | null {
   const match = /^(\d{1,6}(?:[.d]\d{1,3})?),([^,]+),(rising|falling)$/.exec(text ?? "");
   const level = Number(match?.[2]);
   if (match === null || !Number.isFinite(level)) {
-    return { key, level: 0, isRising: true };
+    return null;
   }
   return { key: match[1]!, level, isRising: match[3] === "rising" };
 }

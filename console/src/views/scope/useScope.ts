@@ -10,7 +10,8 @@ import { useKept } from "../common/useKept";
 import { type Capture, captured, type Mode, nothingCaptured, refitted } from "./capture";
 import type { View } from "./layout";
 import { nsOf } from "./timeAxis";
-import { formatTrigger, parseTrigger, type Trigger } from "./trigger";
+import { envelopeOf } from "./traces";
+import { formatTrigger, parseTrigger, proposedTrigger, type Trigger } from "./trigger";
 import { fitted, formatSettings, parseSettings, type Setting, type Vertical } from "./vertical";
 
 export const tracesMs = 200;
@@ -30,6 +31,8 @@ export interface Scope {
   setMode: (mode: Mode) => void;
   trigger: Trigger;
   setTrigger: (trigger: Trigger) => void;
+  /** Takes another trace, at the level that suits it. */
+  triggerOn: (key: string) => void;
   settings: ReadonlyMap<string, Setting>;
   set: (key: string, setting: Setting) => void;
   verticalOf: (key: string) => Vertical;
@@ -48,8 +51,11 @@ export function useScope(block: Block): Scope {
   const [channelText, keepChannels] = useKept("ch");
   const channels = useMemo(() => channelsOfAddress(channelText ?? "0", shape.channels), [channelText, shape.channels]);
   const [triggerText, keepTrigger] = useKept("trig");
-  const trigger = parseTrigger(triggerText, String(channels[0] ?? 0));
-  const { reading, capture, setCapture } = useReading(block, shape, channels, trigger);
+  const [capture, setCapture] = useState(nothingCaptured);
+  const trigger = parseTrigger(triggerText) ?? proposedTrigger(String(channels[0] ?? 0), capture.first);
+  const reading = useReading(block, shape, channels, capture.mode, (traces, at) =>
+    setCapture((before) => captured(before, traces, trigger, at)),
+  );
   const [nsText, setNs] = useKept("ns");
   const [stack, keepStack] = useKept("stack");
   return {
@@ -63,7 +69,8 @@ export function useScope(block: Block): Scope {
     setMode: (mode) => setCapture((before) => ({ ...before, mode })),
     trigger,
     setTrigger: (next) => keepTrigger(formatTrigger(next)),
-    ...useVertical(capture, () => setCapture(refitted)),
+    triggerOn: (key) => keepTrigger(formatTrigger(proposedTrigger(key, capture.first))),
+    ...useVertical(capture, channels, () => setCapture(refitted)),
     ...useView(capture.shown?.[0]?.samples.length ?? 0),
     nsPerSample: nsOf(nsText),
     setNs,
@@ -80,13 +87,14 @@ function shapeOf(block: Block): ScopeShape {
   };
 }
 
-interface ReadTraces extends Pick<Scope, "reading" | "capture"> {
-  setCapture: (change: (before: Capture) => Capture) => void;
-}
-
-function useReading(block: Block, shape: ScopeShape, channels: readonly number[], trigger: Trigger): ReadTraces {
-  const [capture, setCapture] = useState(nothingCaptured);
-  const isAsking = capture.mode !== "frozen" && channels.length > 0;
+function useReading(
+  block: Block,
+  shape: ScopeShape,
+  channels: readonly number[],
+  mode: Mode,
+  onTraces: (traces: readonly Trace[], at: number) => void,
+): Reading<readonly Trace[]> {
+  const isAsking = mode !== "frozen" && channels.length > 0;
   const reading = usePolled(
     isAsking ? () => getTraces(server, block.name, shape, channels) : null,
     tracesMs,
@@ -95,16 +103,21 @@ function useReading(block: Block, shape: ScopeShape, channels: readonly number[]
   useEffect(() => {
     const { value, at } = reading;
     if (value !== null) {
-      setCapture((before) => captured(before, value, trigger, at));
+      onTraces(value, at);
     }
   }, [reading]);
-  return { reading, capture, setCapture };
+  return reading;
 }
 
-function useVertical(capture: Capture, refit: () => void): Pick<Scope, "settings" | "set" | "verticalOf" | "fit"> {
+type Verticals = Pick<Scope, "settings" | "set" | "verticalOf" | "fit">;
+
+function useVertical({ first }: Capture, channels: readonly number[], refit: () => void): Verticals {
   const [text, keep] = useKept("v");
   const settings = useMemo(() => parseSettings(text ?? ""), [text]);
-  const whole = useMemo(() => fitted(capture.seen), [capture.seen?.low, capture.seen?.high]);
+  const whole = useMemo(() => {
+    const chosen = [...first.values()].filter(({ channel }) => channels.includes(channel));
+    return fitted(envelopeOf(chosen));
+  }, [first, channels]);
   return {
     settings,
     set: (key, setting) => keep(formatSettings(new Map([...settings, [key, setting]]))),

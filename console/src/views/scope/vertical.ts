@@ -16,12 +16,12 @@ export function neighbourStep(step: number, coarser: boolean): number {
   return roundStep(coarser ? step * 1.1 : step * 0.3);
 }
 
-/** Shows all of what was seen, with lines at round values. */
+/** Shows all of it with a margin of half a division or more, and lines at round values. */
 export function fitted(seen: Envelope | null): Vertical {
   if (seen === null) {
     return { offset: 0, perDivision: 1 };
   }
-  const perDivision = roundStep((seen.high - seen.low) / (divisions - 1));
+  const perDivision = roundStep((seen.high - seen.low) / (divisions - 2));
   return { offset: Math.round((seen.low + seen.high) / 2 / perDivision) * perDivision, perDivision };
 }
 
