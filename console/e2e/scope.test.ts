@@ -61,7 +61,7 @@ async function open(page: Page, url: string, scope: FakeScope, query = ""): Prom
   await page.locator("[data-test=trace-0]").waitFor();
 }
 
-test("the first scale fits the first waveform, and a level half way up it is proposed", async ({ site, page }) => {
+test("the first scale fits the first waveforms, and a level half way is proposed", async ({ site, page }) => {
   const scope = new FakeScope(Array<number>(samples).fill(0)); // as before the first waveform
   await open(page, site.url, scope);
   await page.locator("[data-test=scope-empty]").waitFor();
@@ -71,6 +71,11 @@ test("the first scale fits the first waveform, and a level half way up it is pro
   expect(await placeholder(page, "offset")).toBe("1500");
   const level = page.locator("[data-test=trigger-level]");
   expect(await level.inputValue()).toBe("1700");
+
+  for (const peak of [2_300, 2_390, 2_200, 2_100]) {
+    await scope.show(pulse(peak));
+  }
+  expect(await level.inputValue()).toBe("1660"); // half way to 2300, the middle one, by twenties
 
   await scope.show(pulse(6_000));
   expect([await placeholder(page, "offset"), await placeholder(page, "scale")]).toEqual(["1500", "500"]);
@@ -196,7 +201,7 @@ test("the time axis is in nanoseconds when the length of a sample is known", asy
 });
 
 for (const [width, height] of [[1440, 900], [820, 1180]] as const) {
-  test(`all of 32 channels can be chosen without scrolling their list, ${width} pixels wide`, async ({ site, page }) => {
+  test(`all of 32 channels can be chosen without scrolling, ${width} pixels wide`, async ({ site, page }) => {
     await page.setViewportSize({ width, height });
     const scope = new FakeScope(pulse(2_400));
     await scope.serve(page, 32);

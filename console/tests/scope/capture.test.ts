@@ -1,7 +1,13 @@
 import { describe, expect, it } from "vitest";
 import { type Capture, captured, type Mode, nothingCaptured, refitted } from "../../src/views/scope/capture";
-import { areAllZero, envelopeOf, keyOf, labelOf, sameTraces } from "../../src/views/scope/traces";
-import { crossingIn, crossingOf, formatTrigger, parseTrigger, proposedTrigger } from "../../src/views/scope/trigger";
+import { areAllZero, envelopeOf, keyOf, labelOf, sameTraces, usualEnvelope } from "../../src/views/scope/traces";
+import {
+  crossingIn,
+  crossingOf,
+  formatTrigger,
+  parseTrigger,
+  proposedTrigger,
+} from "../../src/views/scope/trigger";
 import { analogOf, digitalOf } from "./traceOf";
 
 const trigger = { key: "0", level: 50, isRising: true };
@@ -27,14 +33,23 @@ describe("a screen that runs", () => {
     expect(after("run", flat, pulse, pulse, pulse)).toMatchObject({ changedAt: 2000, shownAt: 4000 });
   });
 
-  it("keeps the first waveform of each channel for its scale, until it fits what is shown", () => {
-    const both = [...flat, analogOf(1, 5, 6)];
-    expect([...after("run", pulse, flat, both).first.values()]).toEqual([pulse[0], both[1]]);
-    expect([...refitted(after("run", pulse, flat)).first.values()]).toEqual(flat);
+  it("keeps the first five waveforms of each channel for its scale, until it fits what is shown", () => {
+    const both = [analogOf(0, 1, 2, 33), analogOf(1, 5, 6)];
+    const many = after("run", pulse, flat, pulse, pulse, flat, pulse, both);
+    expect(many.first.get("0")).toEqual([pulse[0], flat[0], pulse[0], flat[0], pulse[0]]);
+    expect(many.first.get("1")).toEqual([both[1]]);
+    expect([...refitted(after("run", pulse, flat)).first.values()]).toEqual([Array(5).fill(flat[0])]);
+  });
+
+  it("has a scale for the middle one of them, or for all that it was told to fit", () => {
+    const many = after("run", flat, pulse, other, flat, other, pulse);
+    expect(usualEnvelope(many.first, [0])).toEqual({ low: 1, high: 80 });
+    expect(usualEnvelope(refitted(many).first, [0])).toEqual({ low: 1, high: 90 });
+    expect(usualEnvelope(many.first, [1])).toBeNull();
   });
 
   it("waits with its scale for a channel that had no waveform, whose samples are all 0", () => {
-    expect([...after("run", [analogOf(0, 0, 0, 0)], pulse).first.values()]).toEqual(pulse);
+    expect([...after("run", [analogOf(0, 0, 0, 0)], pulse).first.values()]).toEqual([pulse]);
     expect(refitted(after("run", [analogOf(0, 0, 0, 0)])).first.size).toBe(0);
   });
 });
@@ -47,7 +62,7 @@ describe("a triggered screen", () => {
 
   it("shows nothing before the first, and yet knows what a level would suit", () => {
     expect(after("triggered", flat, flat)).toMatchObject({ shown: null, latest: flat });
-    expect(after("triggered", flat).first.get("0")).toBe(flat[0]);
+    expect(after("triggered", flat).first.get("0")).toEqual(flat);
   });
 });
 
@@ -104,11 +119,17 @@ describe("a crossing", () => {
 });
 
 describe("the trigger that is proposed", () => {
-  const proposed = (...samples: number[]): unknown => proposedTrigger("0", new Map([["0", analogOf(0, ...samples)]]));
+  const among = (...pulses: number[][]): unknown =>
+    proposedTrigger("0", new Map([["0", pulses.map((samples) => analogOf(0, ...samples))]]));
+  const proposed = (...samples: number[]): unknown => among(samples);
 
   it("is half way from the baseline to the peak, up or down", () => {
     expect(proposed(1000, 998, 1002, 1000, 2400, 1600, 1000)).toEqual({ key: "0", level: 1700, isRising: true });
     expect(proposed(1000, 998, 1002, 1000, 200, 600, 1000)).toEqual({ key: "0", level: 600, isRising: false });
+  });
+
+  it("is that of the middle one of a few pulses", () => {
+    expect(among([0, 0, 0, 900], [0, 0, 0, 20], [0, 0, 0, 400])).toMatchObject({ level: 200 });
   });
 
   it("tells a small pulse on a high baseline", () => {

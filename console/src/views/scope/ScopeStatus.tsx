@@ -29,7 +29,7 @@ export function ScopeStatus(props: { scope: Scope }): preact.JSX.Element {
           {text}
         </button>
       ))}
-      <button type="button" onClick={scope.fit} title="Shows the traces that are shown now whole, at one scale">
+      <button type="button" onClick={scope.fit} title="Shows what is shown now whole, at one scale">
         Fit
       </button>
       <label>

@@ -1,5 +1,5 @@
 import type { Trace } from "../../server/scope";
-import { type FirstTraces, sameTraces, withFirst } from "./traces";
+import { type FirstTraces, onlyThese, sameTraces, withFirst } from "./traces";
 import { crossingIn, type Trigger } from "./trigger";
 
 /** "run" shows every waveform, "triggered" those that trigger, "single" freezes with the first of them. */
@@ -13,7 +13,7 @@ export interface Capture {
   shownAt: number;
   /** Where it triggered; -1 when it didn't. */
   crossing: number;
-  /** What the scale fits and the trigger's level is proposed from: the first that was read since the last fit. */
+  /** What the scale fits and the trigger's level is proposed from: the first that were read since the last fit. */
   first: FirstTraces;
   /** The last that was read, shown or not, and when it last differed from the one before. */
   latest: readonly Trace[] | null;
@@ -34,7 +34,8 @@ export const nothingCaptured: Capture = {
 export function captured(before: Capture, traces: readonly Trace[], trigger: Trigger, at: number): Capture {
   const isNew = before.latest === null || !sameTraces(before.latest, traces);
   const changedAt = isNew ? at : before.changedAt;
-  const read = { ...before, latest: traces, changedAt, first: withFirst(before.first, traces) };
+  const first = isNew ? withFirst(before.first, traces) : before.first;
+  const read = { ...before, latest: traces, changedAt, first };
   const crossing = crossingIn(traces, trigger);
   const isHeld = before.mode !== "run" && (crossing < 0 || !isNew);
   if (before.mode === "frozen" || isHeld) {
@@ -51,5 +52,5 @@ export function captured(before: Capture, traces: readonly Trace[], trigger: Tri
 
 /** With a scale that fits what is shown now. */
 export function refitted(capture: Capture): Capture {
-  return { ...capture, first: withFirst(new Map(), capture.shown ?? []) };
+  return { ...capture, first: onlyThese(capture.shown ?? []) };
 }

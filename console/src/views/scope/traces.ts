@@ -39,14 +39,41 @@ export interface Envelope {
   high: number;
 }
 
-/** The first waveform of each trace, by its key. */
-export type FirstTraces = ReadonlyMap<string, Trace>;
+/** One pulse may be small or large by chance: so many tell what is usual. */
+export const firstOnes = 5;
 
-/** With the traces that weren't known yet. A channel whose samples are all 0 had no waveform. */
+/** The first few waveforms of each trace, by its key. */
+export type FirstTraces = ReadonlyMap<string, readonly Trace[]>;
+
+/** With these where there are still too few. A channel whose samples are all 0 had no waveform. */
 export function withFirst(known: FirstTraces, traces: readonly Trace[]): FirstTraces {
-  const isFirst = (trace: Trace): boolean => !known.has(keyOf(trace)) && !areAllZero([trace]);
-  const more = traces.filter(isFirst);
-  return more.length === 0 ? known : new Map([...known, ...more.map((trace) => [keyOf(trace), trace] as const)]);
+  return withMore(known, traces, 1);
+}
+
+/** These stand for all. */
+export function onlyThese(traces: readonly Trace[]): FirstTraces {
+  return withMore(new Map(), traces, firstOnes);
+}
+
+function withMore(known: FirstTraces, traces: readonly Trace[], times: number): FirstTraces {
+  const copies = (trace: Trace): Trace[] => Array<Trace>(times).fill(trace);
+  const before = (trace: Trace): readonly Trace[] => known.get(keyOf(trace)) ?? [];
+  const more = traces.filter((trace) => before(trace).length < firstOnes && !areAllZero([trace]));
+  return more.length === 0
+    ? known
+    : new Map([...known, ...more.map((trace) => [keyOf(trace), [...before(trace), ...copies(trace)]] as const)]);
+}
+
+/** Of the middle one of each trace's first waveforms, by their heights. */
+export function usualEnvelope(first: FirstTraces, channels: readonly number[]): Envelope | null {
+  const height = (trace: Trace): number => {
+    const envelope = envelopeOf([trace]);
+    return envelope === null ? 0 : envelope.high - envelope.low;
+  };
+  const middles = [...first.values()]
+    .map((traces) => [...traces].sort((a, b) => height(a) - height(b))[traces.length >> 1]!)
+    .filter(({ channel }) => channels.includes(channel));
+  return envelopeOf(middles);
 }
 
 /** Of the analog traces; null of nothing. */

@@ -27,21 +27,24 @@ export function crossingIn(traces: readonly Trace[], trigger: Trigger): number {
   return trace === undefined ? -1 : crossingOf(trace.samples, trigger.level, trigger.isRising);
 }
 
-/** Half way from where the trace mostly is to its peak, on the way there; level 0 while no waveform is known. */
+/** Half way up the middle one of the first pulses; level 0 while none is known. */
 export function proposedTrigger(key: string, first: FirstTraces): Trigger {
-  const trace = first.get(key);
   if (key.includes("d")) {
     return { key, level: 0.5, isRising: true };
   }
-  if (trace === undefined || trace.samples.length === 0) {
-    return { key, level: 0, isRising: true };
-  }
-  const sorted = trace.samples.slice().sort();
+  const known = (first.get(key) ?? []).filter(({ samples }) => samples.length > 0).map(halfWay);
+  const middle = known.sort((a, b) => a.level - b.level)[known.length >> 1];
+  return { key, ...(middle ?? { level: 0, isRising: true }) };
+}
+
+/** Half way from where the trace mostly is to its peak, on the way there. */
+function halfWay({ samples }: Trace): Omit<Trigger, "key"> {
+  const sorted = samples.slice().sort();
   const [low, usual, high] = [sorted[0]!, sorted[sorted.length >> 1]!, sorted[sorted.length - 1]!];
   const isRising = high - usual >= usual - low;
   const step = niceStep((high - low) / 100);
   const level = Math.round((usual + (isRising ? high : low)) / 2 / step) * step;
-  return { key, level: Number(level.toPrecision(9)), isRising };
+  return { level: Number(level.toPrecision(9)), isRising };
 }
 
 /** From the address: "0,1200,rising"; null when it has none. */

@@ -10,7 +10,7 @@ import { useKept } from "../common/useKept";
 import { type Capture, captured, type Mode, nothingCaptured, refitted } from "./capture";
 import type { View } from "./layout";
 import { nsOf } from "./timeAxis";
-import { envelopeOf } from "./traces";
+import { usualEnvelope } from "./traces";
 import { formatTrigger, parseTrigger, proposedTrigger, type Trigger } from "./trigger";
 import { fitted, formatSettings, parseSettings, type Setting, type Vertical } from "./vertical";
 
@@ -49,13 +49,16 @@ export interface Scope {
 export function useScope(block: Block): Scope {
   const shape = shapeOf(block);
   const [channelText, keepChannels] = useKept("ch");
-  const channels = useMemo(() => channelsOfAddress(channelText ?? "0", shape.channels), [channelText, shape.channels]);
+  const channels = useMemo(
+    () => channelsOfAddress(channelText ?? "0", shape.channels),
+    [channelText, shape.channels],
+  );
   const [triggerText, keepTrigger] = useKept("trig");
   const [capture, setCapture] = useState(nothingCaptured);
   const trigger = parseTrigger(triggerText) ?? proposedTrigger(String(channels[0] ?? 0), capture.first);
-  const reading = useReading(block, shape, channels, capture.mode, (traces, at) =>
-    setCapture((before) => captured(before, traces, trigger, at)),
-  );
+  const reading = useReading(block, shape, channels, capture.mode, (traces, at) => {
+    setCapture((before) => captured(before, traces, trigger, at));
+  });
   const [nsText, setNs] = useKept("ns");
   const [stack, keepStack] = useKept("stack");
   return {
@@ -114,14 +117,11 @@ type Verticals = Pick<Scope, "settings" | "set" | "verticalOf" | "fit">;
 function useVertical({ first }: Capture, channels: readonly number[], refit: () => void): Verticals {
   const [text, keep] = useKept("v");
   const settings = useMemo(() => parseSettings(text ?? ""), [text]);
-  const whole = useMemo(() => {
-    const chosen = [...first.values()].filter(({ channel }) => channels.includes(channel));
-    return fitted(envelopeOf(chosen));
-  }, [first, channels]);
+  const usual = useMemo(() => fitted(usualEnvelope(first, channels)), [first, channels]);
   return {
     settings,
     set: (key, setting) => keep(formatSettings(new Map([...settings, [key, setting]]))),
-    verticalOf: (key) => ({ ...whole, ...settings.get(key) }),
+    verticalOf: (key) => ({ ...usual, ...settings.get(key) }),
     fit: () => {
       keep(null);
       refit();
