@@ -1,5 +1,5 @@
 import { describe, expect, it } from "vitest";
-import { curvesOf } from "../../src/views/rates/rateCurves";
+import { curvesOf, foot, withFoot } from "../../src/views/rates/rateCurves";
 import { record } from "./records";
 
 // A record a second, 1 ns a tick: channel 0 counts 10 a second, then 30; half of it comes out.
@@ -22,6 +22,22 @@ describe("the history of rates", () => {
   it("leaves out channels that there aren't", () => {
     const { curves } = curvesOf(records, [1, 2, 99], name, 1e-9, 1);
     expect(curves.map(({ label }) => label)).toEqual(["c1 in", "c1 out"]);
+  });
+
+  it("has a gap where records are missing, and none where they are always far apart", () => {
+    const later = [...records, record(64e9, 64, [680, 7]), record(65e9, 65, [690, 7])];
+    const values = Array.from(curvesOf(later, [0], name, 1e-9, 2).curves[0]!.values);
+    expect(values).toEqual([10, 10, 20, 30, NaN, 10]);
+    const seldom = [0, 60, 120].map((time) => record(time * 1e9, time, [time]));
+    for (const value of Array.from(curvesOf(seldom, [0], name, 1e-9, 2).curves[0]!.values)) {
+      expect(value).toBeCloseTo(1, 9);
+    }
+  });
+
+  it("draws what a logarithmic axis doesn't reach at its foot, and leaves gaps", () => {
+    const curve = { label: "c", colour: 0, values: [0, 0.1, NaN, 7] };
+    const set = { x: new Float64Array(4), steps: false, curves: [curve] };
+    expect(Array.from(withFoot(set).curves[0]!.values)).toEqual([foot, foot, NaN, 7]);
   });
 
   it("is empty of no record, and of one", () => {

@@ -2,14 +2,14 @@ import { useMemo } from "preact/hooks";
 import { short } from "../../base/format";
 import { CurveChart } from "../../charts/CurveChart";
 import type { CurveSet, Span } from "../../charts/curves";
-import type { Rates } from "../../server/queries";
 import { useKept } from "../common/useKept";
 import type { RateOptions } from "./options";
-import { curvesOf } from "./rateCurves";
+import { curvesOf, foot, withFoot } from "./rateCurves";
+import type { KnownRates } from "./RateReader";
 import { nameOf } from "./rateRows";
 
 export interface RateHistoryProps {
-  records: readonly Rates[];
+  known: KnownRates | null;
   channels: readonly number[];
   names: readonly string[];
   tick: number | null;
@@ -20,7 +20,8 @@ export interface RateHistoryProps {
 const defaultSeconds = 10;
 
 export function RateHistory(props: RateHistoryProps): preact.JSX.Element {
-  const { records, channels, names, tick, options } = props;
+  const { known, channels, names, tick, options } = props;
+  const records = known?.records ?? [];
   const [spanText, keepSpan] = useKept("span");
   const span = useMemo(() => spanOf(spanText), [spanText]);
   const seconds = options.seconds ?? defaultSeconds;
@@ -29,28 +30,29 @@ export function RateHistory(props: RateHistoryProps): preact.JSX.Element {
   const key = `${channels.join()} ${names.join()}`;
   const set = useMemo(
     () => (tick === null ? null : curvesOf(records, channels, name, tick, seconds)),
-    [records, key, tick, seconds],
+    [known?.version, key, tick, seconds],
   );
+  const drawn = useMemo(() => (set !== null && options.isLog ? withFoot(set) : set), [set, options.isLog]);
   return (
     <>
       <h2>{`History, over ${seconds} s each`}</h2>
-      {set === null ? (
+      {set === null || drawn === null ? (
         <p class="faint grow">Waiting for records over 3 s, or for the timestamp unit …</p>
       ) : (
         <div class="grow">
           <CurveChart
-            set={set}
+            set={drawn}
             xLabel="s before the latest record"
-            yLabel="counts per second"
+            yLabel={options.isLog ? `counts per second; at the foot: ${foot} or less` : "counts per second"}
             isLog={options.isLog}
             span={span}
             onSpan={(chosen) => keepSpan(chosen === null ? null : chosen.map((x) => x.toPrecision(6)).join(","))}
-            readOut={(index, x) => `${x.toFixed(1)} s: ${valuesAt(set, index)}`}
+            readOut={(index) => (index < 0 ? "" : `${set.x[index]!.toFixed(1)} s: ${valuesAt(set, index)}`)}
             description={`Rates of ${channels.map(name).join(", ")} over time`}
           />
         </div>
       )}
-      <p class="faint">Solid is in, dashed is out.</p>
+      <p class="faint">Solid is in, dashed is out. Nothing is drawn over times without records.</p>
     </>
   );
 }

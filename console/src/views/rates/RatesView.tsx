@@ -11,9 +11,10 @@ import { optionsOf } from "./options";
 import { RateBars } from "./RateBars";
 import { RateControls } from "./RateControls";
 import { RateHistory } from "./RateHistory";
+import type { KnownRates } from "./RateReader";
 import { rowsOf, sorted } from "./rateRows";
 import { latestCounts, tickOf } from "./rateTimes";
-import { getChannelNames, type KnownRates, ratesMs, useRates } from "./useRates";
+import { getChannelNames, ratesMs, useRates } from "./useRates";
 
 export function RatesView(): preact.JSX.Element {
   const block = chosenBlock("rate_counters_sink");
@@ -30,19 +31,21 @@ function RatesOf({ block }: { block: Block }): preact.JSX.Element {
   const options = optionsOf(parameter);
   const reading = useRates(block.path);
   const names = usePolled(() => getChannelNames(server, block.path), namesMs, [block.path]).value ?? [];
-  const records = reading.value?.records ?? [];
+  const { records, version } = reading.value ?? { records: [], version: 0 };
   const { tickNs } = options;
-  const tick = useMemo(() => (tickNs === null ? tickOf(records) : tickNs * 1e-9), [records, tickNs]);
-  const rows = useMemo(() => {
-    const counted = latestCounts(records, tick, options.seconds);
-    return counted === null ? [] : sorted(rowsOf(counted, names), options.order);
-  }, [records, tick, options.seconds, options.order, names]);
+  const tick = useMemo(() => (tickNs === null ? tickOf(records) : tickNs * 1e-9), [version, tickNs]);
+  const counted = useMemo(() => latestCounts(records, tick, options.seconds), [version, tick, options.seconds]);
+  const rows = useMemo(
+    () => (counted === null ? [] : sorted(rowsOf(counted, names), options.order)),
+    [counted, options.order, names],
+  );
   const channels = channelsOfAddress(parameter("ch") ?? defaultChannels, rows.length);
   return (
     <div class="rates">
       <section class="panel stack">
         <RateControls chosen={block} options={options} tick={tick} />
         <Silence known={reading.value} />
+        <LongerSpan asked={options.seconds} seconds={counted?.seconds ?? 0} isKnown={tick !== null} />
         <RateBars
           rows={rows}
           isLog={options.isLog}
@@ -52,9 +55,23 @@ function RatesOf({ block }: { block: Block }): preact.JSX.Element {
         <Freshness reading={reading} intervalMs={ratesMs} />
       </section>
       <section class="panel stack">
-        <RateHistory records={records} channels={channels} names={names} tick={tick} options={options} />
+        <RateHistory known={reading.value} channels={channels} names={names} tick={tick} options={options} />
       </section>
     </div>
+  );
+}
+
+/** Where records are far apart, rates can't be of a time as short as asked for. */
+function LongerSpan(props: {
+  asked: number | null;
+  seconds: number;
+  isKnown: boolean;
+}): preact.JSX.Element | null {
+  const { asked, seconds, isKnown } = props;
+  return !isKnown || asked === null || seconds < 1.5 * asked ? null : (
+    <p class="warn" data-test="rates-span">
+      {`These are the rates over ${Math.round(seconds)} s: no record came in between.`}
+    </p>
   );
 }
 
