@@ -1,16 +1,16 @@
 import type { Page } from "playwright-core";
+import { drawnTexts, recordTexts } from "./support/canvas";
 import { chainAnswers, fakeServer } from "./support/fakeServer";
 import { inUnits } from "./support/reading";
 import { expect, test } from "./support/test";
 
 const names = ["A", "B", "C", "D", "E", "F", "G", "H", "T0"];
-const [dead, noisy, blocked] = [2, 5, 6];
+const [dead, noisy, blocked] = [2, 5, 6] as const;
 
 /** Counts a second of the channels in the second before this one. */
 function ratesIn(second: number): number[] {
-  return names.map((_, channel) =>
-    channel === dead ? 0 : channel === noisy ? 4_000 : 100 + 10 * channel + (second % 4),
-  );
+  const special = new Map<number, number>([[dead, 0], [noisy, 4_000]]);
+  return names.map((_, channel) => special.get(channel) ?? 100 + 10 * channel + (second % 4));
 }
 
 interface Counted {
@@ -142,7 +142,7 @@ test("the history's values are the rates between the records that were answered"
   }
 });
 
-test("what was missed while the page was hidden is filled in from the server's history", async ({ site, page }) => {
+test("what was missed while hidden is filled in from the history of the server", async ({ site, page }) => {
   const rates = new FakeRates(20);
   await page.clock.install();
   await open(page, site.url, rates, "?over=2&ch=0");
@@ -184,9 +184,13 @@ test("nothing is drawn over a time whose records the server has no more", async 
 });
 
 test("a rate of 0 is seen on a logarithmic history, at a foot that says so", async ({ site, page }) => {
+  await recordTexts(page);
   await open(page, site.url, new FakeRates(30), `?over=10&log=1&ch=${dead}`);
   const { values } = await historyAt(page, 0.5);
   expect(values).toEqual([0, 0]);
+  const label = async (): Promise<boolean> =>
+    (await drawnTexts(page)).some(({ text }) => text === "counts per second; at the foot: 0.5 or less");
+  await expect.poll(label).toBe(true);
   const inked = await page.locator(".rates .u-wrap canvas").evaluate((canvas: HTMLCanvasElement) => {
     const { data } = canvas.getContext("2d")!.getImageData(0, 0, canvas.width, canvas.height);
     const isCurve = (i: number): boolean => data[i] === 0 && data[i + 1] === 0x72 && data[i + 2] === 0xb2;

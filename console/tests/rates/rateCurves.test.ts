@@ -1,5 +1,5 @@
 import { describe, expect, it } from "vitest";
-import { curvesOf, foot, withFoot } from "../../src/views/rates/rateCurves";
+import { curvesOf } from "../../src/views/rates/rateCurves";
 import { record } from "./records";
 
 // A record a second, 1 ns a tick: channel 0 counts 10 a second, then 30; half of it comes out.
@@ -32,12 +32,6 @@ describe("the history of rates", () => {
     for (const value of Array.from(curvesOf(seldom, [0], name, 1e-9, 2).curves[0]!.values)) {
       expect(value).toBeCloseTo(1, 9);
     }
-  });
-
-  it("draws what a logarithmic axis doesn't reach at its foot, and leaves gaps", () => {
-    const curve = { label: "c", colour: 0, values: [0, 0.1, NaN, 7] };
-    const set = { x: new Float64Array(4), steps: false, curves: [curve] };
-    expect(Array.from(withFoot(set).curves[0]!.values)).toEqual([foot, foot, NaN, 7]);
   });
 
   it("is empty of no record, and of one", () => {

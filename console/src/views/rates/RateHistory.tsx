@@ -1,10 +1,10 @@
 import { useMemo } from "preact/hooks";
 import { short } from "../../base/format";
 import { CurveChart } from "../../charts/CurveChart";
-import type { CurveSet, Span } from "../../charts/curves";
+import { type CurveSet, logFloor, type Span } from "../../charts/curves";
 import { useKept } from "../common/useKept";
 import type { RateOptions } from "./options";
-import { curvesOf, foot, withFoot } from "./rateCurves";
+import { curvesOf } from "./rateCurves";
 import type { KnownRates } from "./RateReader";
 import { nameOf } from "./rateRows";
 
@@ -32,18 +32,17 @@ export function RateHistory(props: RateHistoryProps): preact.JSX.Element {
     () => (tick === null ? null : curvesOf(records, channels, name, tick, seconds)),
     [known?.version, key, tick, seconds],
   );
-  const drawn = useMemo(() => (set !== null && options.isLog ? withFoot(set) : set), [set, options.isLog]);
   return (
     <>
       <h2>{`History, over ${seconds} s each`}</h2>
-      {set === null || drawn === null ? (
+      {set === null ? (
         <p class="faint grow">Waiting for records over 3 s, or for the timestamp unit …</p>
       ) : (
         <div class="grow">
           <CurveChart
-            set={drawn}
+            set={set}
             xLabel="s before the latest record"
-            yLabel={options.isLog ? `counts per second; at the foot: ${foot} or less` : "counts per second"}
+            yLabel={options.isLog ? `counts per second; at the foot: ${logFloor} or less` : "counts per second"}
             isLog={options.isLog}
             span={span}
             onSpan={(chosen) => keepSpan(chosen === null ? null : chosen.map((x) => x.toPrecision(6)).join(","))}

@@ -1,4 +1,4 @@
-import { type CurveSet, logFloor } from "../../charts/curves";
+import type { CurveSet } from "../../charts/curves";
 import type { Rates } from "../../server/queries";
 import { medianOf } from "./judgement";
 import { beginOf } from "./rateTimes";
@@ -44,15 +44,4 @@ const stepsLooked = 100;
 function usualStep(records: readonly Rates[]): number {
   const late = records.slice(-stepsLooked);
   return medianOf(late.slice(1).map(({ timestamp }, i) => timestamp - late[i]!.timestamp)) || 0;
-}
-
-/** A logarithmic axis has no 0: less than this is drawn at its foot, where it is seen. */
-export const foot = 1.2 * logFloor;
-
-export function withFoot(set: CurveSet): CurveSet {
-  const curves = set.curves.map((curve) => ({
-    ...curve,
-    values: Float64Array.from(curve.values, (value) => (value < foot ? foot : value)),
-  }));
-  return { ...set, curves };
 }
