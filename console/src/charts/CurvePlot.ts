@@ -4,7 +4,10 @@ import { columnsOf } from "./curveData";
 import { listenToCurveGestures } from "./curveGestures";
 import { CurveLabels } from "./curveLabels";
 import { axesOf, type PlotLook, seriesOf } from "./curveLook";
-import { type Band, centreAt, type CurveSet, extent, indexAt, limited, type Span, valueRange, zoomed } from "./curves";
+import {
+  type Band, centreAt, curveColour, type CurveSet, extent, indexAt, limited, type Span, valueRange, zoomed,
+} from "./curves";
+import { DenseCurves } from "./dense";
 import { drawBands } from "./drawBands";
 
 export interface PlotEvents {
@@ -30,6 +33,7 @@ export class CurvePlot {
   /** Where keys put the cursor: it stays there, whatever is looked at, until the mouse takes it. */
   private held: number | null = null;
   private readonly labels = new CurveLabels();
+  private readonly dense = new DenseCurves();
   private readonly watcher = new ResizeObserver(() => this.fit());
 
   constructor(
@@ -149,13 +153,19 @@ export class CurvePlot {
         },
       },
       axes: axesOf(this.look),
-      series: [{}, ...this.set.curves.map((curve) => seriesOf(curve, this.set.steps, this.look.isDark))],
+      series: [{}, ...this.set.curves.map((curve) => seriesOf(curve, this.set.steps, this.look.isDark, this.dense))],
       hooks: {
         drawClear: [(plot) => drawBands(plot, this.bands, this.look.isDark)],
+        drawSeries: [(plot, series) => this.onSeries(plot, series)],
         draw: [(plot) => this.onDrawn(plot)],
         setCursor: [(plot) => this.onMoved(plot)],
       },
     };
+  }
+
+  private onSeries(plot: uPlot, series: number): void {
+    const { colour, dashed = false } = this.set.curves[series - 1]!;
+    this.dense.draw(plot, series, curveColour(colour, this.look.isDark), dashed);
   }
 
   private onDrawn(plot: uPlot): void {

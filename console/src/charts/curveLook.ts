@@ -1,6 +1,7 @@
 import uPlot from "uplot";
 import { short } from "../base/format";
 import { type Curve, curveColour, inkColour, tickTexts } from "./curves";
+import type { DenseCurves } from "./dense";
 
 // How curves and their axes look.
 
@@ -25,7 +26,12 @@ export function axesOf({ xLabel, yLabel, isDark }: PlotLook): uPlot.Axis[] {
 const stepped = uPlot.paths.stepped!({ align: 1 });
 const linear = uPlot.paths.linear!();
 
-export function seriesOf({ label, colour, dashed = false }: Curve, steps: boolean, isDark: boolean): uPlot.Series {
+export function seriesOf(
+  { label, colour, dashed = false }: Curve,
+  steps: boolean,
+  isDark: boolean,
+  dense: DenseCurves,
+): uPlot.Series {
   return {
     label,
     stroke: curveColour(colour, isDark),
@@ -33,8 +39,6 @@ export function seriesOf({ label, colour, dashed = false }: Curve, steps: boolea
     points: { show: false },
     spanGaps: false,
     ...(dashed ? { dash: [6, 4] } : {}),
-    // Where many bins share a pixel, steps can't be seen, and cost.
-    paths: (plot, index, from, to) =>
-      (steps && to - from < 1.5 * plot.bbox.width ? stepped : linear)(plot, index, from, to),
+    paths: dense.pathsOr(steps ? stepped : linear),
   };
 }

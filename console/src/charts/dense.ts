@@ -41,21 +41,41 @@ export function extentsOf(
 const dash = 6;
 
 /** Draws a series' values from index `from` to `to` as bars. */
-export function drawDense(
-  plot: uPlot,
-  series: number,
-  range: readonly [number, number],
-  look: { colour: string; dashed: boolean },
-): void {
+function drawBars(plot: uPlot, series: number, range: readonly [number, number], isDashed: boolean): void {
   const { left, width } = plot.bbox;
-  const { min = 0, max = 1 } = plot.scales["x"] ?? {};
-  const extents = extentsOf(plot.data[0], plot.data[series]!, range, [min, max], Math.round(width));
-  plot.ctx.fillStyle = look.colour;
+  const { min, max } = plot.scales["x"]!;
+  const extents = extentsOf(plot.data[0], plot.data[series]!, range, [min!, max!], Math.round(width));
   extents.forEach((extent, column) => {
-    if (extent !== null && !(look.dashed && column % 10 >= dash)) {
+    if (extent !== null && !(isDashed && column % 10 >= dash)) {
       const top = Math.floor(plot.valToPos(extent[1], "y", true));
       const bottom = Math.ceil(plot.valToPos(extent[0], "y", true));
       plot.ctx.fillRect(Math.round(left) + column, top, 1, Math.max(1, bottom - top));
     }
   });
+}
+
+/** Draws the curves of a plot, where they are dense, in place of its lines. */
+export class DenseCurves {
+  private readonly ranges = new Map<number, readonly [number, number]>();
+
+  /** A way to draw a series: lines unless they are dense. */
+  readonly pathsOr =
+    (lines: uPlot.Series.PathBuilder): uPlot.Series.PathBuilder =>
+    (plot, series, from, to) => {
+      if (isDense(to - from, plot.bbox.width)) {
+        this.ranges.set(series, [from, to]);
+        return null;
+      }
+      this.ranges.delete(series);
+      return lines(plot, series, from, to);
+    };
+
+  /** To be called when the lines of the series would have been drawn. */
+  draw(plot: uPlot, series: number, colour: string, isDashed: boolean): void {
+    const range = this.ranges.get(series);
+    if (range !== undefined) {
+      plot.ctx.fillStyle = colour;
+      drawBars(plot, series, range, isDashed);
+    }
+  }
 }

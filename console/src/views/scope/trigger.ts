@@ -1,6 +1,6 @@
+import { roundStep } from "../../charts/roundStep";
 import type { Trace } from "../../server/scope";
 import { type FirstTraces, keyOf } from "./traces";
-import { niceStep } from "./vertical";
 
 /** What a waveform must do to be held. */
 export interface Trigger {
@@ -42,7 +42,7 @@ function halfWay({ samples }: Trace): Omit<Trigger, "key"> {
   const sorted = samples.slice().sort();
   const [low, usual, high] = [sorted[0]!, sorted[sorted.length >> 1]!, sorted[sorted.length - 1]!];
   const isRising = high - usual >= usual - low;
-  const step = niceStep((high - low) / 100);
+  const step = roundStep((high - low) / 100);
   const level = Math.round((usual + (isRising ? high : low)) / 2 / step) * step;
   return { level: Number(level.toPrecision(9)), isRising };
 }
