@@ -19,6 +19,8 @@ export interface Curves {
   /** Blocks that the address asks for and that aren't there. */
   missing: string[];
   choose: (selections: Selection[]) => void;
+  /** What is shown stays: the operator works on it. */
+  settle: () => void;
   reading: Reading<LiveCurves>;
   isFrozen: boolean;
   setFrozen: (frozen: boolean) => void;
@@ -54,8 +56,9 @@ export function useCurves(kind: HistogramKind, blocks: readonly Block[]): Curves
     setFrozen(false);
     setParameter("show", selectionText(next, blocks));
   };
+  const settle = (): void => setParameter("show", selectionText(selections, blocks));
   return {
-    selections, missing: missingIn(chosen, blocks), choose, reading, isFrozen, setFrozen, curves, analysed,
+    selections, missing: missingIn(chosen, blocks), choose, settle, reading, isFrozen, setFrozen, curves, analysed,
     analyse: (next) => setParameter("on", next),
     block: analysed?.source == null ? undefined : blockOf(analysed.source),
     axis: analysed?.calibration ?? inBins,

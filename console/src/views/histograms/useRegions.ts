@@ -26,7 +26,7 @@ const tooNarrow = "That is less than five bins: zoom in and mark a wider part.";
 const noPeak = "No peak stands out here: count longer, or zoom to where one should be.";
 
 /** The regions of the block that is analysed. Those of a file are of no block: kept as of its label. */
-export function useRegions({ analysed, block, axis }: Curves): Regions {
+export function useRegions({ analysed, block, axis, settle }: Curves): Regions {
   const path = block?.path ?? analysed?.label ?? "";
   const regions = storedRegions(path);
   const selected = Math.min(Math.max(0, Number(parameter("region")) || 0), regions.length - 1);
@@ -40,6 +40,7 @@ export function useRegions({ analysed, block, axis }: Curves): Regions {
   const select = (index: number): void => setParameter("region", String(index));
   const add = (added: Range): void => {
     if (regions.length < mostRegions) {
+      settle();
       storeRegions(path, [...regions, { from: added.from, to: added.to }]);
       select(regions.length);
     }
