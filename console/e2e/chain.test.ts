@@ -34,7 +34,7 @@ test("the chain shows every block and board, and every link", async ({ acquisiti
 
 test("records flow on the edges while the boards run", async ({ acquisition: _, site, page }) => {
   await page.goto(`${site.url}#/chain`);
-  const rate = page.locator("[data-test=edge][data-from=source0] [data-test=rate]");
+  const rate = page.locator("[data-test=edge-label][data-from=source0] [data-test=rate]").first();
   await expect.poll(() => rate.innerHTML()).toMatch(/^[1-9].*\/s$/);
 });
 
@@ -88,15 +88,97 @@ test("drops and queues that nobody empties are said in words at their edges", as
   await expect.poll(() => loss.innerText()).toContain("dropped at full queues");
 });
 
+test("the rates on the edges are the records between two accounts by the time between them", async ({
+  site,
+  page,
+}) => {
+  const counts = { received: 1_000, dropped: 7 };
+  const blocks = [
+    {
+      type: "source",
+      name: "fast",
+      shape: { board: "B" },
+      queue: () => ({ dropped: counts.dropped, waiting: 0 }),
+    },
+    { type: "source", name: "fine" },
+    { type: "spectrum", name: "behind_fast", from: "fast" },
+    { type: "spectrum", name: "behind_fine", from: "fine" },
+  ];
+  await fakeServer(page, chainAnswers(blocks, () => counts.received));
+  const begin = new Date("2026-01-01T12:00:00").getTime();
+  await page.clock.setFixedTime(begin);
+  await page.goto(`${site.url}#/chain`);
+  const label = (from: string) => page.locator(`[data-test=edge-label][data-from=${from}]`);
+  const texts = (from: string): Promise<string[]> => label(from).locator("text").allTextContents();
+  const edge = page.locator("[data-test=edge][data-from=fast]");
+  await expect.poll(() => texts("B")).toEqual(["–"]);
+  expect(await texts("fast")).toEqual(["–", "⚠ 7 dropped"]);
+
+  Object.assign(counts, { received: 1_000 + 4 * 450, dropped: 7 + 4 * 30 });
+  await page.clock.setFixedTime(begin + 4_000);
+  await expect.poll(() => texts("B")).toEqual(["450/s"]);
+  expect(await texts("fine")).toEqual(["450/s"]);
+  expect(await texts("fast")).toEqual(["450/s", "⚠ drops 30/s"]);
+  expect(await edge.getAttribute("class")).toBe("edge troubled");
+  const [red, green, blue] = await label("fast")
+    .locator("text.trouble")
+    .evaluate((text) => getComputedStyle(text).fill.match(/\d+/g)!.map(Number));
+  expect(red).toBeGreaterThan(3 * Math.max(green!, blue!));
+
+  counts.received += 2 * 12_000;
+  await page.clock.setFixedTime(begin + 6_000);
+  await expect.poll(() => texts("fast")).toEqual(["12.0 k/s", "⚠ 127 dropped"]);
+});
+
+test("no edge passes over what stands at another", async ({ acquisition: _, site, page }) => {
+  await page.goto(`${site.url}#/chain`);
+  await page.locator("[data-test=rate]").first().waitFor();
+  const order = await page.locator("svg.chain g[data-test]").evaluateAll((all) =>
+    all.map((element) => element.getAttribute("data-test")),
+  );
+  expect(order.lastIndexOf("edge")).toBeLessThan(order.indexOf("edge-label"));
+});
+
+test("a block that is gone is said to be, until it is back", async ({ site, page }) => {
+  const blocks = [{ type: "source", name: "source0" }, { type: "spectrum", name: "spectrum0", from: "source0" }];
+  let shown = blocks;
+  await fakeServer(page, (query, route) => chainAnswers(shown, () => 5)(query, route));
+  await page.clock.install();
+  await page.goto(`${site.url}#/chain`);
+  await page.locator("[data-test=node][data-name=spectrum0]").click();
+  const title = page.locator("[data-test=block-panel] h2");
+  await expect.poll(() => title.innerText()).toBe("spectrum0");
+  shown = blocks.slice(0, 1);
+  await page.clock.fastForward(10_000); // the blocks are asked for so often
+  const gone = page.locator("[data-test=block-gone]");
+  await expect.poll(() => gone.allInnerTexts()).toEqual([expect.stringContaining("chain/spectrum0 any more")]);
+  expect(await page.locator("[data-test=node]").count()).toBe(1);
+  shown = blocks;
+  await page.clock.fastForward(10_000);
+  await expect.poll(() => title.allInnerTexts()).toEqual(["spectrum0"]);
+  expect(await gone.count()).toBe(0);
+});
+
 test("the keyboard alone reaches a block, chooses it, and the address keeps it", async ({
   acquisition: _,
   site,
   page,
 }) => {
   await page.goto(`${site.url}#/chain`);
-  await page.locator("[data-test=node][data-name=source0]").focus();
+  await page.locator("[data-test=node]").first().waitFor();
+  expect(await attributes(page, "[data-test=node][tabindex='0']", "data-name")).toHaveLength(1);
+  await page.locator("[data-test=block-chooser]").focus();
+  const focused = (): Promise<string | null> =>
+    page.evaluate(() => document.activeElement!.getAttribute("data-name"));
+  await page.keyboard.press("Tab");
+  expect(await focused()).toBe("source0");
   await page.keyboard.press("ArrowRight");
   await page.keyboard.press("ArrowRight");
+  expect(await focused()).toBe("spectrum0");
+  await page.keyboard.press("Tab"); // past all others
+  expect(await focused()).toBeNull();
+  await page.keyboard.press("Shift+Tab");
+  expect(await focused()).toBe("spectrum0");
   await page.keyboard.press("Enter");
   const title = page.locator("[data-test=block-panel] h2");
   await expect.poll(() => title.innerText()).toBe("spectrum0");
@@ -106,14 +188,13 @@ test("the keyboard alone reaches a block, chooses it, and the address keeps it",
 
 test("the picture zooms, moves and fits by keys", async ({ acquisition: _, site, page }) => {
   await page.goto(`${site.url}#/chain`);
-  const picture = page.locator("svg.chain");
   const camera = (): Promise<string | null> => page.locator("svg.chain > g").getAttribute("transform");
-  await picture.focus();
+  await page.locator("[data-test=node]").first().focus();
   const whole = await camera();
   await page.keyboard.press("+");
   await expect.poll(camera).not.toBe(whole);
   const zoomed = await camera();
-  await page.keyboard.press("ArrowRight");
+  await page.keyboard.press("Shift+ArrowRight");
   await expect.poll(camera).not.toBe(zoomed);
   await page.keyboard.press("Home");
   await expect.poll(camera).toBe(whole);

@@ -1,6 +1,6 @@
 import { expect, test } from "vitest";
 import { csvOfCounts, csvOfPoints } from "../../src/charts/heat/heatCsv";
-import { columnsOf, countsOfPoints, noPoints, withNew } from "../../src/views/maps/points";
+import { columnsOf, countsOfPoints, noPoints, pointsIn, withNew } from "../../src/views/maps/points";
 
 const cloud = (...x: number[]): { x: Float64Array; y: Float64Array } => ({
   x: Float64Array.from(x),
@@ -35,6 +35,12 @@ test("the columns are as many as the points need", () => {
 test("a file of counts has the numbers of the rows and columns shown", () => {
   const map = { rows: 3, columns: 3, counts: Uint32Array.of(0, 1, 2, 10, 11, 12, 20, 21, 4294967295) };
   expect(csvOfCounts(map, { left: 1, right: 3, top: 1, bottom: 3 })).toBe("row,1,2\n1,11,12\n2,21,4294967295\n");
+});
+
+test("points are told by the cells that are looked at", () => {
+  const points = cloud(0, 3, 4, 5, 10);
+  expect(pointsIn(points, 10, { left: 3, right: 11, top: 4, bottom: 10 })).toEqual(cloud(4, 5, 10));
+  expect(pointsIn(points, 10, { left: 0, right: 4, top: 0, bottom: 10 })).toEqual(cloud(0, 3));
 });
 
 test("a file of points has a line for each", () => {

@@ -8,6 +8,8 @@ interface ChainNodeProps {
   entry: Entry | undefined;
   corner: Point;
   isChosen: boolean;
+  /** Tab leads to this node alone; arrows lead from it to the others. */
+  isTabStop: boolean;
   onPress: () => void;
   onKey: (event: KeyboardEvent) => void;
   onFocus: () => void;
@@ -22,7 +24,7 @@ export function ChainNode(props: ChainNodeProps): preact.JSX.Element {
     <g
       class={`node${node.block === null ? " board" : ""}${trouble === null ? "" : " troubled"}`}
       transform={`translate(${corner.x} ${corner.y})`}
-      tabindex={0}
+      tabindex={props.isTabStop ? 0 : -1}
       role="button"
       aria-label={description}
       aria-pressed={props.isChosen}

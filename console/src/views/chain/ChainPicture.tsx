@@ -1,8 +1,8 @@
-import { useMemo, useRef } from "preact/hooks";
+import { useMemo, useRef, useState } from "preact/hooks";
 import { isTyping } from "../../base/typing";
 import type { Entry } from "../../model/ledger";
 import { reveal } from "./camera";
-import { ChainEdge } from "./ChainEdge";
+import { ChainEdge, EdgeLabel } from "./ChainEdge";
 import { ChainNode } from "./ChainNode";
 import { cornersOf, linesOf, nodeSize, pictureSize } from "./geometry";
 import type { Graph } from "./graph";
@@ -21,7 +21,7 @@ export interface ChainPictureProps {
   onChoose: (key: string) => void;
 }
 
-/** The chain as a graph; has the keys + - Home and the arrows when it has the focus. */
+/** The chain as a graph. Tab leads to one of its nodes, arrows to the others; + - Home and Shift+arrows move it. */
 export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
   const { graph, entries, traffic, chosen, onChoose } = props;
   const layout = useMemo(() => layOut(graph), [graph]);
@@ -30,6 +30,8 @@ export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
   const place = useRef<SVGSVGElement>(null);
   const control = useCamera(place, pictureSize(layout));
   const { camera } = control;
+  const [reached, setReached] = useState<string | null>(null);
+  const stop = tabStopOf(graph, reached ?? chosen);
 
   const focus = (node: number): void => {
     const element = place.current?.querySelectorAll<SVGGElement>(".node")[node];
@@ -42,7 +44,7 @@ export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
     }
   };
   const onNodeKey = (event: KeyboardEvent, node: number): void => {
-    const next = neighbour(graph, layout, node, event.key);
+    const next = event.shiftKey ? null : neighbour(graph, layout, node, event.key);
     if (event.key === "Enter" || event.key === " ") {
       onChoose(graph.nodes[node]!.key);
     } else if (next !== null) {
@@ -59,7 +61,7 @@ export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
       <svg
         ref={place}
         class="chain"
-        tabindex={0}
+        tabindex={-1}
         role="group"
         aria-label={description}
         onKeyDown={(event) => onKey(event, control)}
@@ -69,6 +71,9 @@ export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
           {graph.edges.map((edge, i) => (
             <ChainEdge key={i} graph={graph} edge={edge} line={lines[i]!} traffic={traffic[i] ?? null} />
           ))}
+          {graph.edges.map((edge, i) => (
+            <EdgeLabel key={i} graph={graph} edge={edge} line={lines[i]!} traffic={traffic[i] ?? null} />
+          ))}
           {graph.nodes.map((node, i) => (
             <ChainNode
               key={node.key}
@@ -76,9 +81,13 @@ export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
               entry={entries[i]}
               corner={corners[i]!}
               isChosen={node.key === chosen}
+              isTabStop={i === stop}
               onPress={() => onChoose(node.key)}
               onKey={(event) => onNodeKey(event, i)}
-              onFocus={() => show(i)}
+              onFocus={() => {
+                setReached(node.key);
+                show(i);
+              }}
             />
           ))}
         </g>
@@ -89,7 +98,13 @@ export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
 }
 
 const description =
-  "The chain: boards, blocks and what flows between them. Arrow keys move, plus and minus zoom, Home shows all.";
+  "The chain: boards, blocks and what flows between them. Arrow keys lead from block to block, with Shift they " +
+  "move the picture; plus and minus zoom, Home shows all.";
+
+/** The node that was reached last, if there still is one; else the first. */
+function tabStopOf(graph: Graph, key: string | null): number {
+  return Math.max(0, graph.nodes.findIndex((node) => node.key === key));
+}
 
 function ZoomButtons({ control }: { control: CameraControl }): preact.JSX.Element {
   return (

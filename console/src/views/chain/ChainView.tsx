@@ -97,9 +97,11 @@ function Chosen({ graph, chosen, entries, account }: ChosenProps): preact.JSX.El
   const node = graph.nodes[index];
   if (node === undefined) {
     return chosen === null ? (
-      <p class="panel faint">Press a block, or Enter on it, to see its account.</p>
+      <p class="panel faint">
+        Press a block, or Enter on it, to see its account. Arrow keys lead from block to block.
+      </p>
     ) : (
-      <p class="panel alarm" data-test="block-gone">
+      <p class="panel alarm" role="alert" data-test="block-gone">
         {`There is no block ${chosen} any more: it was renamed or taken out of the configuration.`}
       </p>
     );

@@ -2,6 +2,7 @@ import { areaOf } from "../../charts/heat/heatArea";
 import { csvOfCounts, csvOfPoints } from "../../charts/heat/heatCsv";
 import type { HeatPicture } from "../../charts/heat/heatPicture";
 import { download, fileName } from "../common/download";
+import { pointsIn } from "./points";
 
 export interface SaveButtonsProps {
   picture: HeatPicture;
@@ -33,5 +34,8 @@ export function SaveButtons(props: SaveButtonsProps): preact.JSX.Element {
 }
 
 function csvOf({ points, map, shown }: HeatPicture): string {
-  return points === null ? csvOfCounts(map, areaOf(shown)) : csvOfPoints(points, ["column", "share"]);
+  const area = areaOf(shown);
+  return points === null
+    ? csvOfCounts(map, area)
+    : csvOfPoints(pointsIn(points, map.rows, area), ["column", "share"]);
 }

@@ -1,3 +1,4 @@
+import type { Area, Cell } from "../../charts/heat/heatArea";
 import type { Counts2d, PointCloud } from "../../model/data";
 
 export const noPoints: PointCloud = { x: new Float64Array(0), y: new Float64Array(0) };
@@ -21,13 +22,25 @@ function joined(kept: Float64Array, more: Float64Array, limit: number): Float64A
 export function countsOfPoints({ x, y }: PointCloud, rows: number, columns: number): Counts2d {
   const counts = new Uint32Array(rows * columns);
   for (let i = 0; i < x.length; ++i) {
-    const column = Math.floor(x[i]!);
-    const row = Math.min(rows - 1, Math.floor(y[i]! * rows));
+    const { column, row } = cellOf(x[i]!, y[i]!, rows);
     if (column >= 0 && column < columns && row >= 0) {
       ++counts[row * columns + column]!;
     }
   }
   return { rows, columns, counts };
+}
+
+function cellOf(x: number, y: number, rows: number): Cell {
+  return { column: Math.floor(x), row: Math.min(rows - 1, Math.floor(y * rows)) };
+}
+
+/** The points in the cells of an area. */
+export function pointsIn({ x, y }: PointCloud, rows: number, area: Area): PointCloud {
+  const isIn = (_: number, i: number): boolean => {
+    const { column, row } = cellOf(x[i]!, y[i]!, rows);
+    return column >= area.left && column < area.right && row >= area.top && row < area.bottom;
+  };
+  return { x: x.filter(isIn), y: y.filter(isIn) };
 }
 
 /** The columns that the points need. */
