@@ -21,7 +21,7 @@ export interface ChainPictureProps {
   onChoose: (key: string) => void;
 }
 
-/** The chain as a graph. Tab leads to one of its nodes, arrows to the others; + - Home and Shift+arrows move it. */
+/** The chain as a graph. Tab leads to one node, arrows to the others; + - Home and Shift with arrows move it. */
 export function ChainPicture(props: ChainPictureProps): preact.JSX.Element {
   const { graph, entries, traffic, chosen, onChoose } = props;
   const layout = useMemo(() => layOut(graph), [graph]);
