@@ -56,3 +56,70 @@ test.each(colourTables)("the pixels of $name are its colours, opaque, red first"
     expect([...bytes.slice(4 * i, 4 * i + 4)]).toEqual([...text.match(/\d+/g)!.map(Number), 255]);
   });
 });
+
+type Rgb = readonly [number, number, number];
+type Matrix = readonly [Rgb, Rgb, Rgb];
+
+// What those see who lack a kind of cone, in linear sRGB: Viénot, Brettel and Mollon (1999), for the primaries of
+// sRGB. Greys stay as they are.
+const seen: Record<string, Matrix> = {
+  "all colours": [[1, 0, 0], [0, 1, 0], [0, 0, 1]],
+  "no long waves (protan)": [[0.11238, 0.88762, 0], [0.11238, 0.88762, 0], [0.00401, -0.00401, 1]],
+  "no middle waves (deutan)": [[0.29275, 0.70725, 0], [0.29275, 0.70725, 0], [-0.02234, 0.02234, 1]],
+};
+
+const toXyz: Matrix = [
+  [0.4124564, 0.3575761, 0.1804375],
+  [0.2126729, 0.7151522, 0.072175],
+  [0.0193339, 0.119192, 0.9503041],
+];
+const whitePoint: Rgb = [0.95047, 1, 1.08883];
+
+const times = (matrix: Matrix, [a, b, c]: Rgb): Rgb => {
+  const row = (i: 0 | 1 | 2): number => matrix[i][0] * a + matrix[i][1] * b + matrix[i][2] * c;
+  return [row(0), row(1), row(2)];
+};
+
+/** CIELAB of a colour as somebody sees it. */
+function labOf(css: string, vision: Matrix): Rgb {
+  const [red = 0, green = 0, blue = 0] = css.match(/\d+/g)!.map((text) => {
+    const value = Number(text) / 255;
+    return value <= 0.04045 ? value / 12.92 : ((value + 0.055) / 1.055) ** 2.4;
+  });
+  const xyz = times(toXyz, times(vision, [red, green, blue]));
+  const [x = 0, y = 0, z = 0] = xyz.map((part, i) => {
+    const share = Math.max(0, part) / whitePoint[i]!;
+    return share > 216 / 24389 ? Math.cbrt(share) : (24389 / 27 * share + 16) / 116;
+  });
+  return [116 * y - 16, 500 * (x - y), 200 * (y - z)];
+}
+
+/** How different colours look that are so many apart (CIE 1976), along the table. */
+function stepsOf(css: readonly string[], vision: Matrix, apart: number): { look: number; light: number }[] {
+  const labs = css.map((colour) => labOf(colour, vision));
+  return labs.slice(apart).map((lab, i) => {
+    const before = labs[i]!;
+    return { look: Math.hypot(...lab.map((part, k) => part - before[k]!)), light: lab[0] - before[0] };
+  });
+}
+
+const visions = Object.entries(seen).flatMap(([who, vision]) =>
+  colourTables.map((table) => ({ who, vision, name: table.name, css: table.css })),
+);
+
+// The table that is shown at first, and grey, are even; the many colours of the other have their price.
+test.each(visions)("$name gets lighter by like steps for eyes that see $who", ({ name, css, vision }) => {
+  // Sixteen apart, as whole numbers of colours move single steps.
+  const steps = stepsOf(css, vision, 16);
+  expect(Math.min(...steps.map(({ light }) => light))).toBeGreaterThan(2);
+  const looks = steps.map(({ look }) => look);
+  expect(Math.max(...looks) / Math.min(...looks)).toBeLessThan(name === "ember" ? 3 : 1.6);
+});
+
+test("those who lack a kind of cone see greys as they are", () => {
+  for (const vision of Object.values(seen)) {
+    const [lightness, a, b] = labOf("rgb(119 119 119)", vision);
+    expect(lightness).toBeCloseTo(50, 0);
+    expect(Math.hypot(a, b)).toBeLessThan(0.1);
+  }
+});
