@@ -13,6 +13,7 @@ constexpr const char* ShapesOfTheDemo = R"({
   "tee0": {},
   "spectrum0": {"channels": 256, "bins": 2048, "gain": 0.25},
   "image0": {"rows": 16, "columns": 16},
+  "dumper0": {},
   "source1": {"board": "BOARD1", "endpoint": "energy", "data_type": "energy"},
   "tee1": {},
   "spectrum1": {"channels": 32, "bins": 2048, "gain": 0.25},
@@ -45,9 +46,10 @@ struct DemoBlock {
 
 constexpr DemoBlock BlocksOfTheDemo[] = {
     {"source", "source0", "board0", "", 0, 1},
-    {"tee", "tee0", "board0", "source0", 0, 2},
+    {"tee", "tee0", "board0", "source0", 0, 3},
     {"spectrum", "spectrum0", "board0", "tee0", 0, 0},
     {"image", "image0", "board0", "tee0", 1, 0},
+    {"dumper", "dumper0", "board0", "tee0", 2, 0},
     {"source", "source1", "board1", "", 0, 1},
     {"tee", "tee1", "board1", "source1", 0, 3},
     {"spectrum", "spectrum1", "board1", "tee1", 0, 0},
@@ -114,8 +116,8 @@ TEST_F(BlocksTest, OfTheDemoAreShownByTheClient) {
   };
   EXPECT_EQ(Object(client({"blocks", "--json"}))["blocks"].toArray(), ExpectedOfTheDemo());
   const QList<QByteArray> lines = client({"blocks"}).split('\n');
-  ASSERT_EQ(lines.size(), 1 + 19 + 1);
-  EXPECT_EQ(lines[12].simplified(),
+  ASSERT_EQ(lines.size(), 1 + 20 + 1);
+  EXPECT_EQ(lines[13].simplified(),
             QByteArray("times1 tof_histogram processing/0/filter_chain/board1/chain/times1 "
                        "groups1:1 binning 1000000000, bins 600, channels 32"));
 }

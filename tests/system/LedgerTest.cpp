@@ -128,7 +128,7 @@ TEST_F(LedgerTest, OfTheDemoMissesNothingThroughARunAndItsSummaryAgreesWithItsFi
     return Became(BlockOf(ledger, "name", "dumper1"), "written") > 1000 &&
            Became(BlockOf(ledger, "name", "scope1"), "written") > 1 &&
            Became(BlockOf(ledger, "name", "rates1"), "written") > 1 &&
-           EventsOf(Summary()).count(QStringLiteral("open")) == 4;  // their files, and the dumper's statistics
+           EventsOf(Summary()).count(QStringLiteral("open")) == 6;  // of both dumpers with their statistics
   }));
   EXPECT_EQ(Command("stop_dump"), Success);
   ASSERT_TRUE(WaitFor([this] { return EventsOf(Summary()).contains(QStringLiteral("stop")); }));
@@ -136,8 +136,8 @@ TEST_F(LedgerTest, OfTheDemoMissesNothingThroughARunAndItsSummaryAgreesWithItsFi
 
   const QList<QJsonObject> lines = Summary();
   ExpectStart(lines.first());
-  EXPECT_EQ(EventsOf(lines),
-            QStringList({"start", "open", "open", "open", "open", "close", "close", "close", "close", "stop"}));
+  EXPECT_EQ(EventsOf(lines), QStringList({"start", "open", "open", "open", "open", "open", "open", "close",
+                                          "close", "close", "close", "close", "close", "stop"}));
   const QJsonObject ledger = lines.last()["ledger"].toObject();
   ExpectNothingMissing(ledger);
   for (const auto& [block, records] : ExpectFilesAsClosed(lines)) {
