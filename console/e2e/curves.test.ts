@@ -27,7 +27,7 @@ test("the cursor takes what is looked at with it when keys move it out of sight"
   await serveCounts(page, () => peaksAt(bins, [300, 500]));
   await openSpectra(page, site.url, "made@0", "&span=499.5to503.5");
   await page.locator(".chart").focus();
-  for (const bin of [501, 502, 503, 504]) {
+  for (const bin of [502, 503, 504]) {
     await page.keyboard.press(".");
     await expect.poll(async () => (await cursorAt(page)).from).toBe(bin);
   }
@@ -108,8 +108,8 @@ test("one finger scrolls the page over a chart and moves what is zoomed, and two
   const [a, b] = [await plotPoint(page, 0.4), await plotPoint(page, 0.6)];
   const [left, right] = [await plotPoint(page, 0.3), await plotPoint(page, 0.7)];
   await touch(session, [a, b], [left, right]);
-  const zoomed = (await nextSpan(page, null))!;
-  expect(width(zoomed)).toBeCloseTo(bins / 2, -1.7);
+  await expect.poll(() => width(shownSpan(page) ?? [0, bins])).toBeCloseTo(bins / 2, -1.7);
+  const zoomed = shownSpan(page)!;
   expect(Math.abs(middle(zoomed) - bins / 2)).toBeLessThan(30);
 
   await touch(session, [left], [await plotPoint(page, 0.5)]);
@@ -118,7 +118,7 @@ test("one finger scrolls the page over a chart and moves what is zoomed, and two
   expect(moved[0]).toBeLessThan(zoomed[0] - 0.1 * width(zoomed));
 
   await page.locator("[data-test=mark]").tap();
-  await touch(session, [left], [await plotPoint(page, 0.5)]);
+  await touch(session, [await plotPoint(page, 0.3)], [await plotPoint(page, 0.5)]);
   await expect.poll(() => page.locator("[data-test=regions] li").count()).toBe(1);
   await context.close();
 });

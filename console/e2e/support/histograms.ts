@@ -65,8 +65,11 @@ export async function cursorAt(page: Page): Promise<{ from: number; to: number; 
 
 /** Where in the page a share of the plot's width is, half way up. */
 export async function plotPoint(page: Page, share: number): Promise<{ x: number; y: number }> {
-  const box = (await page.locator(".u-over").boundingBox())!;
-  return { x: box.x + share * box.width, y: box.y + box.height / 2 };
+  const plot = page.locator(".u-over");
+  let box = await plot.boundingBox();
+  // A chart is made anew when there is another curve in it.
+  await expect.poll(async () => (box ??= await plot.boundingBox())).not.toBeNull();
+  return { x: box!.x + share * box!.width, y: box!.y + box!.height / 2 };
 }
 
 export async function drag(page: Page, from: number, to: number, button: "left" | "right" = "left"): Promise<void> {

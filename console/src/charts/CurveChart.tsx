@@ -1,5 +1,5 @@
 import "./curves.css";
-import { useEffect, useRef, useState } from "preact/hooks";
+import { useLayoutEffect, useRef, useState } from "preact/hooks";
 import { isTyping } from "../base/typing";
 import { isDark } from "../base/theme";
 import { CurvePlot } from "./CurvePlot";
@@ -33,7 +33,8 @@ export function CurveChart(props: CurveChartProps): preact.JSX.Element {
   const [cursor, setCursor] = useState<number | null>(null);
   const [spoken, setSpoken] = useState("");
 
-  useEffect(() => {
+  // Layout effects run before the next gesture: a later one would put back what that has changed since.
+  useLayoutEffect(() => {
     const made = new CurvePlot(place.current!, {
       onSpan: (span) => latest.current.onSpan(span),
       onCursor: setCursor,
@@ -46,7 +47,7 @@ export function CurveChart(props: CurveChartProps): preact.JSX.Element {
 
   const { set, span, bands = noBands, xLabel, yLabel, isLog } = props;
   const dark = isDark.value;
-  useEffect(
+  useLayoutEffect(
     () => plot.current!.show(set, span, bands, { xLabel, yLabel, isLog, isDark: dark }),
     [set, span, bands, xLabel, yLabel, isLog, dark],
   );

@@ -25,6 +25,7 @@ export interface PlotEvents {
 export class CurvePlot {
   private plot: uPlot | null = null;
   private layout = "";
+  private isHeld = (): boolean => false;
   private set: CurveSet = { x: new Float64Array(0), curves: [], steps: false };
   private span: Span = null;
   private bands: readonly Band[] = [];
@@ -54,13 +55,18 @@ export class CurvePlot {
     this.span = span;
     this.bands = bands;
     this.look = look;
-    const curves = set.curves.map(({ label, colour, dashed }) => [label, colour, dashed]);
-    const layout = JSON.stringify([look, set.steps, curves]);
-    if (this.plot === null || layout !== this.layout) {
+    this.draw();
+  }
+
+  private draw(): void {
+    const curves = this.set.curves.map(({ label, colour, dashed }) => [label, colour, dashed]);
+    const layout = JSON.stringify([this.look, this.set.steps, curves]);
+    if (this.plot !== null && layout === this.layout) {
+      this.plot.setData(this.data());
+    } else if (!this.isHeld()) {
+      // What is made anew forgets a gesture that is under way: it waits for its end.
       this.layout = layout;
       this.rebuild();
-    } else {
-      this.plot.setData(this.data());
     }
   }
 
@@ -69,7 +75,9 @@ export class CurvePlot {
     const [low, high] = this.whole();
     const { x } = this.set;
     const step = x.length > 1 ? (high - low) / x.length : 1;
-    this.events.onSpan(limited(span, low, high, 4 * step));
+    // Kept at once: two fingers tell of themselves one after the other, before this is drawn.
+    this.span = limited(span, low, high, 4 * step);
+    this.events.onSpan(this.span);
   }
 
   /** By a factor, about the cursor or else the middle. */
@@ -133,7 +141,7 @@ export class CurvePlot {
     const { width, height } = this.place.getBoundingClientRect();
     const size = { width: Math.max(80, width), height: Math.max(80, height) };
     this.plot = new uPlot({ ...this.options(), ...size }, this.data(), this.place);
-    this.listen(this.plot);
+    this.isHeld = this.listen(this.plot);
   }
 
   private options(): Omit<uPlot.Options, "width" | "height"> {
@@ -198,12 +206,12 @@ export class CurvePlot {
     this.events.onCursor(x);
   }
 
-  private listen(plot: uPlot): void {
+  private listen(plot: uPlot): () => boolean {
     const { over } = plot;
     const at = (left: number): number => plot.posToVal(left, "x");
     const span = ([from, to]: readonly [number, number]): [number, number] => [at(from), at(to)];
     over.addEventListener("mousemove", (event) => this.onMouse(event), { capture: true });
-    listenToCurveGestures(over, {
+    return listenToCurveGestures(over, {
       isMarking: this.events.isMarking,
       onZoom: (about, factor) => this.zoom(factor, at(about)),
       onMove: (by) => this.move(-by / Math.max(1, over.clientWidth)),
@@ -214,6 +222,7 @@ export class CurvePlot {
       onChosen: (part) => this.choose(span(part)),
       onMarked: (part) => this.events.onMark(...span(part)),
       onWhole: () => this.choose(null),
+      onReleased: () => this.draw(),
     });
   }
 

@@ -12,6 +12,8 @@ export interface CurveGestures {
   onChosen: (part: readonly [number, number]) => void;
   onMarked: (part: readonly [number, number]) => void;
   onWhole: () => void;
+  /** No pointer is down any more. */
+  onReleased: () => void;
 }
 
 /** A pointer that is down: where it came down and where it is, and what it does. */
@@ -27,14 +29,18 @@ const wheelStep = 100;
 
 /**
  * The wheel zooms, and moves with Shift. Dragging chooses a part; with Shift, or while marking, it marks one; with the
- * middle or the right button it moves. One finger moves, two zoom. A double click shows all.
+ * middle or the right button it moves. One finger moves, two zoom. A double click shows all. Answers what tells whether
+ * a pointer is down.
  */
-export function listenToCurveGestures(over: HTMLElement, gestures: CurveGestures): void {
+export function listenToCurveGestures(over: HTMLElement, gestures: CurveGestures): () => boolean {
   const pointers = new Map<number, Down>();
   const read = (event: MouseEvent): number => event.clientX - over.getBoundingClientRect().left;
   const drop = (event: PointerEvent): void => {
     pointers.delete(event.pointerId);
     gestures.onDrag(null);
+    if (pointers.size === 0) {
+      gestures.onReleased();
+    }
   };
   over.addEventListener("wheel", (event) => onWheel(event, read(event), gestures), { passive: false });
   over.addEventListener("dblclick", () => gestures.onWhole());
@@ -54,13 +60,13 @@ export function listenToCurveGestures(over: HTMLElement, gestures: CurveGestures
   });
   over.addEventListener("pointerup", (event) => {
     const down = pointers.get(event.pointerId);
-    const isAlone = pointers.size === 1;
-    drop(event);
-    if (down !== undefined && isAlone) {
+    if (down !== undefined && pointers.size === 1) {
       onUp(down, gestures);
     }
+    drop(event);
   });
   over.addEventListener("pointercancel", drop);
+  return () => pointers.size > 0;
 }
 
 function doneBy({ pointerType, button, shiftKey }: PointerEvent, isMarking: boolean): Down["does"] {

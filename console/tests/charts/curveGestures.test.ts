@@ -16,12 +16,15 @@ class Place extends EventTarget {
 let place: Place;
 let calls: unknown[];
 let isMarking: boolean;
+let isHeld: () => boolean;
+let released: number;
 
 beforeEach(() => {
   place = new Place();
   calls = [];
   isMarking = false;
-  listenToCurveGestures(place as unknown as HTMLElement, {
+  released = 0;
+  isHeld = listenToCurveGestures(place as unknown as HTMLElement, {
     isMarking: () => isMarking,
     onZoom: (about, factor) => calls.push(["zoom", about, factor]),
     onMove: (by) => calls.push(["move", by]),
@@ -29,6 +32,7 @@ beforeEach(() => {
     onChosen: (part) => calls.push(["chosen", ...part]),
     onMarked: (part) => calls.push(["marked", ...part]),
     onWhole: () => calls.push(["whole"]),
+    onReleased: () => ++released,
   });
 });
 
@@ -79,6 +83,16 @@ describe("the mouse", () => {
     place.send("pointerup", { ...mouse, clientX: 150 });
     expect(calls).toEqual([]);
   });
+});
+
+it("tells whether a pointer is down, and when the last one isn't any more", () => {
+  expect(isHeld()).toBe(false);
+  place.send("pointerdown", { ...finger(1), clientX: 200 });
+  place.send("pointerdown", { ...finger(2), clientX: 300 });
+  place.send("pointerup", { ...finger(1), clientX: 200 });
+  expect([isHeld(), released]).toEqual([true, 0]);
+  place.send("pointercancel", { ...finger(2) });
+  expect([isHeld(), released]).toEqual([false, 1]);
 });
 
 describe("fingers", () => {
