@@ -1,5 +1,6 @@
 import uPlot from "uplot";
 import "uplot/dist/uPlot.min.css";
+import { CurveCursor } from "./CurveCursor";
 import { columnsOf } from "./curveData";
 import { listenToCurveGestures } from "./curveGestures";
 import { CurveLabels } from "./curveLabels";
@@ -30,9 +31,7 @@ export class CurvePlot {
   private span: Span = null;
   private bands: readonly Band[] = [];
   private look: PlotLook = { xLabel: "", yLabel: "", isLog: false, isDark: false };
-  private cursor: number | null = null;
-  /** Where keys put the cursor: it stays there, whatever is looked at, until the mouse takes it. */
-  private held: number | null = null;
+  private readonly cursor: CurveCursor;
   private readonly labels = new CurveLabels();
   private readonly dense = new DenseCurves();
   private readonly watcher = new ResizeObserver(() => this.fit());
@@ -41,6 +40,7 @@ export class CurvePlot {
     private readonly place: HTMLElement,
     private readonly events: PlotEvents,
   ) {
+    this.cursor = new CurveCursor(events.onCursor);
     this.watcher.observe(place);
   }
 
@@ -96,19 +96,18 @@ export class CurvePlot {
   /** The cursor goes on by so many positions, and what is looked at with it; the first time it comes to the middle. */
   step(by: number): void {
     const { x } = this.set;
-    const [from, to] = this.shown();
-    const isSeen = this.cursor !== null && this.cursor >= from && this.cursor <= to;
-    const index = isSeen ? this.indexAt(this.cursor!) + by : this.indexAt((from + to) / 2);
     if (this.plot === null || x.length === 0) {
       return;
     }
+    const [from, to] = this.shown();
+    const at = this.cursor.position();
+    const isSeen = at !== null && at >= from && at <= to;
+    const index = isSeen ? this.indexAt(at) + by : this.indexAt((from + to) / 2);
     const next = centreAt(this.set, Math.min(Math.max(index, 0), x.length - 1));
-    this.held = next;
     if (next < from || next > to) {
       this.choose([next - (to - from) / 2, next + (to - from) / 2]);
     }
-    this.onCursor(next);
-    this.showHeld(this.plot);
+    this.cursor.hold(this.plot, next);
   }
 
   /** The position of the value that is shown at x, by index; -1 where there is none. */
@@ -118,7 +117,7 @@ export class CurvePlot {
 
   /** The position under the cursor; null where there is none. */
   cursorAt(): number | null {
-    return this.cursor;
+    return this.cursor.position();
   }
 
   /** From the first to the last position; of steps to the end of the last. */
@@ -151,7 +150,7 @@ export class CurvePlot {
         drag: { x: false, y: false },
         points: { show: false },
         y: false,
-        move: (plot, left, top) => (this.held === null ? [left, top] : [leftOf(plot, this.held), 0]),
+        move: this.cursor.place,
       },
       scales: {
         x: { time: false, range: () => [...this.shown()] as [number, number] },
@@ -166,7 +165,7 @@ export class CurvePlot {
         drawClear: [(plot) => drawBands(plot, this.bands, this.look.isDark)],
         drawSeries: [(plot, series) => this.onSeries(plot, series)],
         draw: [(plot) => this.onDrawn(plot)],
-        setCursor: [(plot) => this.onMoved(plot)],
+        setCursor: [this.cursor.onDrawn],
       },
     };
   }
@@ -178,39 +177,14 @@ export class CurvePlot {
 
   private onDrawn(plot: uPlot): void {
     this.labels.draw(plot, this.set, this.shown(), this.look.isDark);
-    this.showHeld(plot);
-  }
-
-  private showHeld(plot: uPlot): void {
-    if (this.held !== null) {
-      plot.setCursor({ left: 0, top: 0 });
-    }
-  }
-
-  private onMoved(plot: uPlot): void {
-    const left = plot.cursor.left ?? -1;
-    if (this.held === null) {
-      this.onCursor(left < 0 ? null : plot.posToVal(left, "x"));
-    }
-  }
-
-  // Browsers tell of moves of a mouse that rests, too, when the page moves under it.
-  private onMouse({ movementX, movementY }: MouseEvent): void {
-    if (movementX !== 0 || movementY !== 0) {
-      this.held = null;
-    }
-  }
-
-  private onCursor(x: number | null): void {
-    this.cursor = x;
-    this.events.onCursor(x);
+    this.cursor.show(plot);
   }
 
   private listen(plot: uPlot): () => boolean {
     const { over } = plot;
     const at = (left: number): number => plot.posToVal(left, "x");
     const span = ([from, to]: readonly [number, number]): [number, number] => [at(from), at(to)];
-    over.addEventListener("mousemove", (event) => this.onMouse(event), { capture: true });
+    over.addEventListener("mousemove", this.cursor.onMouse, { capture: true });
     return listenToCurveGestures(over, {
       isMarking: this.events.isMarking,
       onZoom: (about, factor) => this.zoom(factor, at(about)),
@@ -232,10 +206,4 @@ export class CurvePlot {
       this.plot.setSize({ width, height });
     }
   }
-}
-
-/** In pixels; less than nothing, where no cursor is drawn, beyond the edges. */
-function leftOf(plot: uPlot, x: number): number {
-  const left = plot.valToPos(x, "x");
-  return left > plot.over.clientWidth ? -1 : left;
 }
