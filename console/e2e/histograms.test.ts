@@ -1,10 +1,7 @@
-import { countSomething, numberIn, sumOf } from "./support/reading";
+import { cursorAt, openSpectra, peaksAt, serveCounts, totals } from "./support/histograms";
+import { countSomething, sumOf } from "./support/reading";
 import { expect, test } from "./support/test";
-import type { Page } from "playwright-core";
 import type { Client } from "./support/question";
-
-const totals = async (page: Page): Promise<number[]> =>
-  (await page.locator("[data-test=curves] [data-test=total]").allInnerTexts()).map(numberIn);
 
 interface Answer {
   data: number[];
@@ -37,4 +34,38 @@ test("a reset empties what is shown", async ({ acquisition: _, site, page }) => 
   await page.getByRole("button", { name: "Reset", exact: true }).click();
   await page.locator("[data-test=confirm-action]").click();
   await expect.poll(() => totals(page)).toEqual([0]);
+});
+
+test("times are in ns as soon as the unit of timestamps is told", async ({ acquisition: _, site, page }) => {
+  await page.goto(`${site.url}#/times?show=${encodeURIComponent("times1@0")}`);
+  const summary = page.locator("[data-test=calibration] summary");
+  await expect.poll(() => summary.innerText()).toContain("1000000000 timestamp units × bin");
+  // They are counted always: a state would tell nothing.
+  expect(await page.locator("[data-test=counting]").count()).toBe(0);
+  await summary.click();
+  await page.locator("[data-test=unit-ns]").fill("0.001");
+  await page.locator("[data-test=unit-ns]").press("Enter");
+  await expect.poll(() => summary.innerText()).toContain("1000000 ns × bin");
+  await page.locator(".chart").focus();
+  await page.keyboard.press(".");
+  const { from } = await cursorAt(page);
+  expect(await page.locator("[data-test=readout]").innerText()).toContain(`${from * 1_000_000} ns`);
+});
+
+test("the live spectrum searches until it has found, and has the calibration of its channel", async ({ site, page }) => {
+  const asked = await serveCounts(page, (channel) => peaksAt(100, [50, channel === 2 ? 500 : 5]));
+  await openSpectra(page, site.url, "made@2");
+  await page.locator("[data-test=calibration] summary").click();
+  await page.locator("[data-test=gain]").fill("2");
+  await page.locator("[data-test=gain]").press("Enter");
+  await expect.poll(() => page.locator("[data-test=calibration] summary").innerText()).toContain("2 keV × bin");
+  asked.length = 0;
+  await page.goto(`${site.url}#/overview`);
+  const live = page.locator("section.live");
+  await expect.poll(() => live.getByRole("heading").innerText()).toBe("made, channel 2");
+  await expect.poll(() => asked.filter((channels) => channels.join() === "2").length).toBeGreaterThan(3);
+  expect(asked.filter((channels) => channels.length > 1)).toEqual([[0, 1, 2, 3]]);
+  await live.locator(".chart").focus();
+  await page.keyboard.press(".");
+  await expect.poll(() => live.locator("[data-test=readout]").innerText()).toMatch(/^100\.0 keV {2}bin 50 {3}channel 2: 520$/);
 });

@@ -7,8 +7,12 @@ import { expect } from "./test";
 
 // What the tests of spectra do and read.
 
-/** A spectrum block "made" whose channels hold these counts, in the server's place. */
-export async function serveCounts(page: Page, countsOf: (channel: number) => readonly number[]): Promise<void> {
+/** A spectrum block "made" whose channels hold these counts, in the server's place. Answers what channels are asked for. */
+export async function serveCounts(
+  page: Page,
+  countsOf: (channel: number) => readonly number[],
+): Promise<number[][]> {
+  const questions: number[][] = [];
   const shape = { channels: 4, bins: countsOf(0).length, gain: 1 };
   const chain = chainAnswers(
     [{ type: "source", name: "source0" }, { type: "spectrum", name: "made", from: "source0", shape }],
@@ -18,6 +22,7 @@ export async function serveCounts(page: Page, countsOf: (channel: number) => rea
     const [asked] = (query as { args?: { cmd: string; channels?: number[] }[] }).args ?? [];
     switch (asked?.cmd) {
       case "get_data":
+        questions.push(asked.channels ?? []);
         return JSON.stringify((asked.channels ?? []).map((channel) => ({ data: countsOf(channel) })));
       case "data_get_status":
         return '[{"status":"idle"}]';
@@ -26,6 +31,7 @@ export async function serveCounts(page: Page, countsOf: (channel: number) => rea
     }
   };
   await fakeServer(page, answers);
+  return questions;
 }
 
 /** Counts of Gauss peaks of this height on a level. */
