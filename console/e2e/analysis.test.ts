@@ -1,5 +1,7 @@
 import type { Page } from "playwright-core";
-import { countsOf, cursorAt, openSpectra, peaksAt, plotPoint, saved, serveCounts, totals } from "./support/histograms";
+import {
+  countsOf, cursorAt, openSpectra, peaksAt, plotPoint, saved, serveCounts, totals,
+} from "./support/histograms";
 import { shownNumber, sumOf } from "./support/reading";
 import type { Client } from "./support/question";
 import { expect, test } from "./support/test";
@@ -41,9 +43,15 @@ async function compareAlong(page: Page, expected: (from: number, to: number) => 
   return seen;
 }
 
-const sumWithin = (counts: readonly number[], from: number, to: number): number => sumOf(counts.slice(from, to + 1));
+const sumWithin = (counts: readonly number[], from: number, to: number): number =>
+  sumOf(counts.slice(from, to + 1));
 
-test("the cursor reads what each bin holds, by mouse and by keys", async ({ acquisition: _, site, page, client }) => {
+test("the cursor reads what each bin holds, by mouse and by keys", async ({
+  acquisition: _,
+  site,
+  page,
+  client,
+}) => {
   const counts = await countUpTo(client, 3_000);
   await openSpectra(page, site.url, `spectrum0@${channel}`);
   await expect.poll(() => totals(page)).toEqual([sumOf(counts)]);

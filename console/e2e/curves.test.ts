@@ -1,5 +1,7 @@
 import type { CDPSession, Page } from "playwright-core";
-import { cursorAt, drag, nextSpan, openSpectra, peaksAt, plotPoint, serveCounts, shownSpan, totals } from "./support/histograms";
+import {
+  cursorAt, drag, nextSpan, openSpectra, peaksAt, plotPoint, serveCounts, shownSpan, totals,
+} from "./support/histograms";
 import { shownNumber } from "./support/reading";
 import { expect, test } from "./support/test";
 
@@ -35,7 +37,7 @@ test("the cursor takes what is looked at with it when keys move it out of sight"
   expect([from < 504, to > 504]).toEqual([true, true]);
 });
 
-test("the wheel zooms where the mouse is, dragging chooses, and the right button moves", async ({ site, page }) => {
+test("the wheel zooms at the mouse, dragging chooses, and the right button moves", async ({ site, page }) => {
   await serveCounts(page, () => peaksAt(bins, [300, 500]));
   await openSpectra(page, site.url, "made@0");
   const { x, y } = await plotPoint(page, 0.25);
@@ -93,8 +95,9 @@ async function touch(session: CDPSession, from: Fingers, to: Fingers): Promise<v
   await send("touchEnd", []);
 }
 
-test("one finger scrolls the page over a chart and moves what is zoomed, and two zoom", async ({ browser, site }) => {
-  const context = await browser.newContext({ viewport: { width: 800, height: 700 }, hasTouch: true, isMobile: true });
+test("one finger scrolls the page and moves what is zoomed, and two zoom", async ({ browser, site }) => {
+  const viewport = { width: 800, height: 700 };
+  const context = await browser.newContext({ viewport, hasTouch: true, isMobile: true });
   const page = await context.newPage();
   await serveCounts(page, () => peaksAt(bins, [300, 500]));
   await openSpectra(page, site.url, "made@0");
@@ -129,8 +132,9 @@ function inkAt(page: Page, share: number): Promise<number> {
     const canvas = document.querySelector<HTMLCanvasElement>(".chart canvas")!;
     const [frame, plot] = [canvas, document.querySelector(".u-over")!].map((of) => of.getBoundingClientRect());
     const scale = canvas.width / frame!.width;
-    const [x, foot] = [(plot!.left - frame!.left + part * plot!.width) * scale, (plot!.bottom - frame!.top) * scale];
-    const column = canvas.getContext("2d")!.getImageData(Math.round(x) - 1, 0, 3, Math.round(foot - 4 * scale)).data;
+    const x = Math.round((plot!.left - frame!.left + part * plot!.width) * scale);
+    const foot = Math.round((plot!.bottom - frame!.top - 4) * scale);
+    const column = canvas.getContext("2d")!.getImageData(x - 1, 0, 3, foot).data;
     let ink = 0;
     for (let i = 0; i < column.length; i += 4) {
       ink += column[i + 2]! - column[i]! > 60 ? 1 : 0; // blue

@@ -52,7 +52,7 @@ test("times are in ns as soon as the unit of timestamps is told", async ({ acqui
   expect(await page.locator("[data-test=readout]").innerText()).toContain(`${from * 1_000_000} ns`);
 });
 
-test("the live spectrum searches until it has found, and has the calibration of its channel", async ({ site, page }) => {
+test("the live spectrum searches once, and has the calibration of its channel", async ({ site, page }) => {
   const asked = await serveCounts(page, (channel) => peaksAt(100, [50, channel === 2 ? 500 : 5]));
   await openSpectra(page, site.url, "made@2");
   await page.locator("[data-test=calibration] summary").click();
@@ -67,5 +67,6 @@ test("the live spectrum searches until it has found, and has the calibration of 
   expect(asked.filter((channels) => channels.length > 1)).toEqual([[0, 1, 2, 3]]);
   await live.locator(".chart").focus();
   await page.keyboard.press(".");
-  await expect.poll(() => live.locator("[data-test=readout]").innerText()).toMatch(/^100\.0 keV {2}bin 50 {3}channel 2: 520$/);
+  const readOut = live.locator("[data-test=readout]");
+  await expect.poll(() => readOut.innerText()).toMatch(/^100\.0 keV {2}bin 50 {3}channel 2: 520$/);
 });

@@ -7,7 +7,7 @@ import { expect } from "./test";
 
 // What the tests of spectra do and read.
 
-/** A spectrum block "made" whose channels hold these counts, in the server's place. Answers what channels are asked for. */
+/** A spectrum block "made" whose channels hold these counts, in the server's place. Answers what is asked for. */
 export async function serveCounts(
   page: Page,
   countsOf: (channel: number) => readonly number[],
@@ -78,7 +78,9 @@ export async function plotPoint(page: Page, share: number): Promise<{ x: number;
   return { x: box!.x + share * box!.width, y: box!.y + box!.height / 2 };
 }
 
-export async function drag(page: Page, from: number, to: number, button: "left" | "right" = "left"): Promise<void> {
+type Button = "left" | "right";
+
+export async function drag(page: Page, from: number, to: number, button: Button = "left"): Promise<void> {
   const [start, end] = [await plotPoint(page, from), await plotPoint(page, to)];
   await page.mouse.move(start.x, start.y);
   await page.mouse.down({ button });

@@ -41,7 +41,7 @@ export async function fitPeak(counts: ArrayLike<number>, range: Range): Promise<
   return judged(points, weights, stepped(points, weights, parameters), range);
 }
 
-/** The library stops a little before the minimum of a peak with many counts: one step of Gauss and Newton gets there. */
+/** The library stops a little before the minimum of a peak with many counts: one Gauss-Newton step gets there. */
 function stepped(points: Points, weights: readonly number[], parameters: PeakParameters): PeakParameters {
   const { normal, descent, chiSquare } = normalEquations(points, weights, parameters);
   const covariance = inverseOf(normal);

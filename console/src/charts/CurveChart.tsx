@@ -24,7 +24,7 @@ export interface CurveChartProps {
 
 const noBands: readonly Band[] = [];
 
-/** Curves with zoom, cursor and marks; has the keys + - ← → Home, and , and . for the cursor, when it has the focus. */
+/** Curves with zoom, cursor and marks; has the keys + - ← → Home, and , . for the cursor, while focused. */
 export function CurveChart(props: CurveChartProps): preact.JSX.Element {
   const place = useRef<HTMLDivElement>(null);
   const plot = useRef<CurvePlot | null>(null);

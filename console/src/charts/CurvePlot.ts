@@ -93,7 +93,7 @@ export class CurvePlot {
     this.choose(this.span === null ? null : [from + step, to + step]);
   }
 
-  /** The cursor goes on by so many positions, and what is looked at with it; the first time it comes to the middle. */
+  /** The cursor goes on by so many positions, and what is looked at with it; it begins in the middle. */
   step(by: number): void {
     const { x } = this.set;
     if (this.plot === null || x.length === 0) {
@@ -171,8 +171,11 @@ export class CurvePlot {
   }
 
   private onSeries(plot: uPlot, series: number): void {
-    const { colour, dashed = false } = this.set.curves[series - 1]!;
-    this.dense.draw(plot, series, curveColour(colour, this.look.isDark), dashed);
+    const curve = this.set.curves[series - 1];
+    // While a pointer holds the plot, the set may already have fewer curves than it.
+    if (curve !== undefined) {
+      this.dense.draw(plot, series, curveColour(curve.colour, this.look.isDark), curve.dashed ?? false);
+    }
   }
 
   private onDrawn(plot: uPlot): void {
@@ -191,7 +194,8 @@ export class CurvePlot {
       onMove: (by) => this.move(-by / Math.max(1, over.clientWidth)),
       onDrag: (part) => {
         const [left, right] = part ?? [0, 0];
-        plot.setSelect({ left, top: 0, width: right - left, height: part === null ? 0 : over.clientHeight }, false);
+        const height = part === null ? 0 : over.clientHeight;
+        plot.setSelect({ left, top: 0, width: right - left, height }, false);
       },
       onChosen: (part) => this.choose(span(part)),
       onMarked: (part) => this.events.onMark(...span(part)),

@@ -10,9 +10,18 @@ export function columnsOf({ curves }: CurveSet, isLog: boolean): Column[] {
 
 // What isn't above zero has no place on a logarithmic axis: it stands at its foot.
 function columnOf({ values, gaps }: Curve, isLog: boolean): Column {
-  const raised = (value: number): number => (isLog && !(value > logFloor) ? logFloor : value);
   if (gaps) {
-    return Array.from(values, (value) => (Number.isNaN(value) ? null : raised(value)));
+    const low = isLog ? logFloor : -Infinity;
+    return Array.from(values, (value) => (Number.isNaN(value) ? null : Math.max(value, low)));
   }
-  return isLog ? Float64Array.from(values, raised) : values;
+  return isLog ? raised(values) : values;
+}
+
+// A plain loop: this is done for all bins at each answer.
+function raised(values: ArrayLike<number>): Float64Array {
+  const result = new Float64Array(values.length);
+  for (let i = 0; i < values.length; ++i) {
+    result[i] = values[i]! > logFloor ? values[i]! : logFloor;
+  }
+  return result;
 }

@@ -28,9 +28,9 @@ const leastDrag = 3;
 const wheelStep = 100;
 
 /**
- * The wheel zooms, and moves with Shift. Dragging chooses a part; with Shift, or while marking, it marks one; with the
- * middle or the right button it moves. One finger moves, two zoom. A double click shows all. Answers what tells whether
- * a pointer is down.
+ * The wheel zooms, and moves with Shift. Dragging chooses a part; with Shift, or while marking, it marks one; with
+ * the middle or the right button it moves. One finger moves, two zoom. A double click shows all. Answers what
+ * tells whether a pointer is down.
  */
 export function listenToCurveGestures(over: HTMLElement, gestures: CurveGestures): () => boolean {
   const pointers = new Map<number, Down>();

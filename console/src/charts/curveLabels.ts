@@ -9,6 +9,11 @@ export interface Anchor {
   width: number;
 }
 
+interface Point {
+  x: number;
+  y: number;
+}
+
 export interface Area {
   left: number;
   top: number;
@@ -17,17 +22,18 @@ export interface Area {
 }
 
 /** Where the middle of each name's left edge stands: beside its anchor, and none over another. */
-export function placeLabels(anchors: readonly Anchor[], area: Area, lineHeight: number): { x: number; y: number }[] {
+export function placeLabels(anchors: readonly Anchor[], area: Area, lineHeight: number): Point[] {
   const placed: Anchor[] = [];
   const right = area.left + area.width;
   const [first, last] = [area.top + lineHeight / 2, area.top + area.height - lineHeight / 2];
-  for (const { x, y, width } of anchors) {
+  for (const { x, y: height, width } of anchors) {
     const left = x + lineHeight + width <= right ? x + lineHeight : Math.max(area.left, x - lineHeight - width);
     const isFree = (line: number): boolean =>
       placed.every((other) => Math.abs(other.y - line) >= lineHeight || !overlap(other, { x: left, width }));
-    const beside = Math.min(Math.max(y, first), last);
+    const beside = Math.min(Math.max(height, first), last);
     const tried = linesAround(beside, lineHeight, 2 * Math.ceil(area.height / lineHeight));
-    placed.push({ x: left, width, y: tried.find((line) => line >= first && line <= last && isFree(line)) ?? beside });
+    const y = tried.find((line) => line >= first && line <= last && isFree(line)) ?? beside;
+    placed.push({ x: left, y, width });
   }
   return placed.map(({ x, y }) => ({ x, y }));
 }
@@ -44,8 +50,8 @@ function linesAround(line: number, lineHeight: number, count: number): number[] 
 }
 
 /**
- * The index of the last of the greatest values from one to another. `before` stays while it is nearly that: names that
- * jump with every new count can't be read.
+ * The index of the last of the greatest values from one to another. `before` stays while it is nearly that: names
+ * that jump with every new count can't be read.
  */
 export function namedAt(values: ArrayLike<number>, from: number, to: number, before: number | undefined): number {
   let [top, most] = [from, -Infinity];
@@ -58,7 +64,7 @@ export function namedAt(values: ArrayLike<number>, from: number, to: number, bef
   return isNear ? before : top;
 }
 
-/** Names curves that are shown together, at their greatest value in sight: colours alone tell them apart to some. */
+/** Names curves that are shown together at their greatest value in sight: colours alone don't tell all eyes. */
 export class CurveLabels {
   private readonly at = new Map<string, number>();
 
@@ -87,7 +93,7 @@ export class CurveLabels {
 }
 
 /** In the canvas, within the plot. */
-function pointOf(plot: uPlot, x: number, y: number): { x: number; y: number } {
+function pointOf(plot: uPlot, x: number, y: number): Point {
   const { left, top, width, height } = plot.bbox;
   const [at, up] = [plot.valToPos(x, "x", true), plot.valToPos(y, "y", true)];
   return {
@@ -101,13 +107,14 @@ function drawLabel(
   context: CanvasRenderingContext2D,
   label: string,
   anchor: Anchor,
-  place: { x: number; y: number },
+  place: Point,
   colour: string,
   isDark: boolean,
 ): void {
   const isRight = place.x > anchor.x;
   context.strokeStyle = colour;
   context.lineWidth = 2 * devicePixelRatio;
+  context.setLineDash([]);
   context.beginPath();
   context.moveTo(anchor.x, anchor.y);
   context.lineTo(isRight ? place.x - 2 : place.x + anchor.width + 2, place.y);

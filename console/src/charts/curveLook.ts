@@ -16,10 +16,14 @@ export const plotFont = "12px system-ui, sans-serif";
 
 export function axesOf({ xLabel, yLabel, isDark }: PlotLook): uPlot.Axis[] {
   const grid = { stroke: isDark ? "#2a3038" : "#e3e6ea", width: 1 };
-  const axis = { stroke: inkColour(isDark), grid, ticks: grid, font: plotFont, labelFont: plotFont, labelSize: 18 };
+  const fonts = { font: plotFont, labelFont: plotFont, labelSize: 18 };
+  const axis = { stroke: inkColour(isDark), grid, ticks: grid, ...fonts };
+  // A logarithmic axis has null where there is no room for a number.
+  const texts = (_: uPlot, ticks: (number | null)[]): string[] =>
+    ticks.map((tick) => (tick === null ? "" : short(tick)));
   return [
     { ...axis, label: xLabel, values: (_, ticks) => tickTexts(ticks) },
-    { ...axis, label: yLabel, size: 62, values: (_, ticks) => ticks.map((tick) => (tick === null ? "" : short(tick))) },
+    { ...axis, label: yLabel, size: 62, values: texts },
   ];
 }
 

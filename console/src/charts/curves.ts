@@ -33,8 +33,8 @@ export interface Band {
 }
 
 // Searched for: those that lie farthest apart to all kinds of colour vision, and stand out from the ground.
-const light = ["#4477ff", "#664477", "#662200", "#1111cc", "#888855", "#dd44bb", "#446655", "#aa7700"];
-const dark = ["#77ffaa", "#ee77ff", "#667777", "#bb7711", "#66aa77", "#aa99bb", "#ffbb33", "#7755ff"];
+const light = ["#4477ff", "#662200", "#dd44bb", "#446655", "#aa7700", "#664477", "#1111cc", "#888855"];
+const dark = ["#77ffaa", "#bb7711", "#aa99bb", "#7755ff", "#66aa77", "#ee77ff", "#667777", "#ffbb33"];
 
 export function curveColour(colour: CurveColour, isDark: boolean): string {
   const colours = isDark ? dark : light;

@@ -1,4 +1,4 @@
-/** The kinds of colour vision, as what is left of linear red, green and blue (Machado, Oliveira, Fernandes 2009). */
+/** Kinds of colour vision, as what is left of linear red, green and blue (Machado, Oliveira, Fernandes 2009). */
 export const visions = {
   usual: [[1, 0, 0], [0, 1, 0], [0, 0, 1]],
   protan: [[0.152286, 1.052583, -0.204868], [0.114503, 0.786281, 0.099216], [-0.003882, -0.048116, 1.051998]],
@@ -18,7 +18,11 @@ function linearOf(colour: string): Triple {
 const times = (rows: readonly Triple[], vector: Triple): number[] =>
   rows.map((row) => row.reduce((sum, weight, i) => sum + weight * vector[i]!, 0));
 
-const toXyz = [[0.4124564, 0.3575761, 0.1804375], [0.2126729, 0.7151522, 0.072175], [0.0193339, 0.119192, 0.9503041]];
+const toXyz = [
+  [0.4124564, 0.3575761, 0.1804375],
+  [0.2126729, 0.7151522, 0.072175],
+  [0.0193339, 0.119192, 0.9503041],
+];
 const white = [0.95047, 1, 1.08883];
 
 function labOf(linear: Triple): Triple {

@@ -56,7 +56,8 @@ describe("the mouse", () => {
     drag({ ...mouse, shiftKey: true }, 10, 40);
     isMarking = true;
     drag(mouse, 60, 90);
-    expect(calls.filter((call) => (call as string[])[0] !== "drag")).toEqual([["marked", 10, 40], ["marked", 60, 90]]);
+    const ended = calls.filter((call) => (call as string[])[0] !== "drag");
+    expect(ended).toEqual([["marked", 10, 40], ["marked", 60, 90]]);
   });
 
   it.each([1, 2])("moves with button %d", (button) => {

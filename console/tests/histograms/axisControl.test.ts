@@ -34,7 +34,8 @@ describe("known lines", () => {
   it("stand off an axis that can't go through all of them", () => {
     tell([100, 100], [200, 206], [300, 300]);
     const { lines, entered } = axisControlOf("a@0");
-    expect(lines.map((known) => residualOf(known, entered!))).toEqual([-2, 4, -2].map((off) => expect.closeTo(off, 9)));
+    const off = lines.map((known) => residualOf(known, entered!));
+    expect(off).toEqual([-2, 4, -2].map((expected) => expect.closeTo(expected, 9)));
     expect(residualOf(lines[0]!, { ...entered!, unit: "MeV" })).toBeNull();
   });
 

@@ -17,7 +17,7 @@ interface Props {
   control: AxisControl;
 }
 
-/** The linear calibration of a channel: entered as gain and offset, by two points, or by lines that were fitted. */
+/** The linear calibration of a channel: entered as gain and offset, by two points, or by fitted lines. */
 export function CalibrationPanel({ kind, block, curve, axis, control }: Props): preact.JSX.Element {
   const [unit, setUnit] = useState(kind.units[0]!);
   useEffect(() => setUnit(kind.units.includes(axis.unit) ? axis.unit : kind.units[0]!), [axis.unit]);

@@ -24,12 +24,15 @@ interface Props extends FileProps {
 }
 
 // Few need them, so they are loaded when they are asked for.
-const files = (): Promise<typeof import("./files")> => loadPart("What reads and writes files", () => import("./files"));
+const load = () => loadPart("What reads and writes files", () => import("./files"));
+type Files = Awaited<ReturnType<typeof load>>;
 
 /** Keeps what is shown: to compare with, as a table, as a picture. */
 export function FilePanel(props: Props): preact.JSX.Element {
   const action = useAction();
   const keep = (): void => action.run(async () => props.onCopy());
+  const run = (what: (files: Files) => void | Promise<void>): void =>
+    action.run(async () => what(await load()));
   useKeys({ k: keep });
   const isEmpty = props.curves.length === 0;
   return (
@@ -37,9 +40,13 @@ export function FilePanel(props: Props): preact.JSX.Element {
       <h2>Keep and compare</h2>
       <div class="row">
         <Tool name="keep" title="Key k" isDisabled={!props.canCopy} onPress={keep}>Keep a copy</Tool>
-        <FileButton onFile={(file) => action.run(async () => props.onLoad(await (await files()).copiesFromFile(file)))} />
-        <Tool name="csv" isDisabled={isEmpty} onPress={() => action.run(async () => (await files()).saveTable(props))}>Save CSV</Tool>
-        <Tool name="png" isDisabled={isEmpty} onPress={() => action.run(async () => (await files()).savePicture(props))}>Save PNG</Tool>
+        <FileButton onFile={(file) => run(async (files) => props.onLoad(await files.copiesFromFile(file)))} />
+        <Tool name="csv" isDisabled={isEmpty} onPress={() => run((files) => files.saveTable(props))}>
+          Save CSV
+        </Tool>
+        <Tool name="png" isDisabled={isEmpty} onPress={() => run((files) => files.savePicture(props))}>
+          Save PNG
+        </Tool>
       </div>
       {action.fault !== null && <p class="alarm" role="alert" data-test="file-fault">{action.fault}</p>}
     </section>

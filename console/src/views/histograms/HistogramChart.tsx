@@ -1,8 +1,7 @@
 import { useMemo } from "preact/hooks";
 import { CurveChart } from "../../charts/CurveChart";
 import type { Span } from "../../charts/curves";
-import type { Calibration } from "../../analysis/calibration";
-import { curveSetOf, onAxis, type ShownCurve } from "./display";
+import { curveSetOf } from "./display";
 import type { HistogramKind } from "./kinds";
 import { axisLabel, readOut } from "./readOut";
 import type { Curves } from "./useCurves";
@@ -50,15 +49,4 @@ export function HistogramChart(props: Props): preact.JSX.Element {
       description={`${kind.title}: ${curves.map(({ label }) => label).join(", ")}`}
     />
   );
-}
-
-/** Curves that are drawn otherwise than a reader might take for granted. */
-export function drawingNotes(curves: readonly ShownCurve[], axis: Calibration): string[] {
-  return curves.flatMap((curve) => {
-    if (curve.calibration.unit !== axis.unit) {
-      return [`${curve.label} has another calibration unit or none: it is drawn bin by bin.`];
-    }
-    const isSpread = onAxis(curve, axis, 0) !== curve.counts;
-    return isSpread ? [`${curve.label} has another calibration: its counts are spread over these bins.`] : [];
-  });
 }

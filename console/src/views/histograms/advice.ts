@@ -24,7 +24,8 @@ export function adviceOf(kind: HistogramKind, progress: Progress): string {
     return kind.blockType === "spectrum"
       ? "The resolution holds if bin 0 is energy 0. If you know this line, enter its energy " +
         "(Cs-137: 661.7 keV) and press “Calibrate”."
-      : "If you know where this peak belongs, enter it and press “Calibrate”; or enter the unit of timestamps below.";
+      : "If you know where this peak belongs, enter it and press “Calibrate”; " +
+        "or enter the unit of timestamps below.";
   }
   return progress.knownLines === 1
     ? "The axis goes through zero and this line. A second one settles the offset: mark it and calibrate again."

@@ -17,7 +17,7 @@ export interface Busiest {
   isSettled: boolean;
 }
 
-/** Null while nothing is counted. Searched are all channels, or so many of the first that an answer isn't too large. */
+/** Null while nothing is counted. All channels are searched; of very many the first: an answer has its limits. */
 export async function findBusiest(answerer: Answerer, block: Block): Promise<Busiest | null> {
   const few = Math.floor(mostBins / Math.max(1, sizeOf(block, "bins")));
   const searched = Math.max(1, Math.min(sizeOf(block, "channels"), few));

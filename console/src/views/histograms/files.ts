@@ -14,7 +14,9 @@ export async function copiesFromFile(file: File): Promise<Copy[]> {
     throw new Error(`${file.name} is too large for a file of histograms.`);
   }
   const { calibration, columns } = parseTable(await file.text());
-  return columns.map(({ label, counts }) => copyOf({ label: `${label} (file)`, counts, calibration, source: null }));
+  return columns.map(({ label, counts }) =>
+    copyOf({ label: `${label} (file)`, counts, calibration, source: null }),
+  );
 }
 
 /** The curves as columns, on the axis that is shown. */

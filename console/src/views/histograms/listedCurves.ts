@@ -10,8 +10,8 @@ export interface ListedCurve extends ShownCurve {
 }
 
 /**
- * The live curves and the copies behind them, each on the axis that its channel has now: the bins of a copy are the
- * same however the axis was calibrated since.
+ * The live curves and the copies behind them, each on the axis that its channel has now: the bins of a copy are
+ * the same however the axis was calibrated since.
  */
 export function listedCurves(
   live: readonly LiveCurve[],
@@ -19,7 +19,12 @@ export function listedCurves(
   calibrationOf: (curve: string) => Calibration,
 ): ListedCurve[] {
   return [
-    ...live.map((curve) => ({ ...curve, source: curve.key, calibration: calibrationOf(curve.key), isCopy: false })),
+    ...live.map((curve) => ({
+      ...curve,
+      source: curve.key,
+      calibration: calibrationOf(curve.key),
+      isCopy: false,
+    })),
     ...copies.map((copy) => ({
       ...copy,
       calibration: copy.source === null ? copy.calibration : calibrationOf(copy.source),

@@ -30,7 +30,7 @@ function write(key: string, value: unknown): void {
   ++version.value;
 }
 
-/** Null where the operator entered none. `owner` is a curve, or a block's path: what holds for all its channels. */
+/** Null where none was entered. `owner` is a curve, or a block's path: what holds for all its channels. */
 export function calibrationKeptFor(owner: string): Calibration | null {
   const value = read(`calibration ${owner}`);
   return isCalibration(value) ? value : null;
@@ -79,7 +79,8 @@ export function storeRegions(path: string, regions: readonly Region[]): void {
 
 function isRegion(value: unknown): value is Region {
   const { from, to } = (value ?? {}) as Partial<Record<keyof Region, unknown>>;
-  return Number.isInteger(from) && Number.isInteger(to) && (from as number) >= 0 && (to as number) > (from as number);
+  const isWhole = Number.isInteger(from) && Number.isInteger(to);
+  return isWhole && (from as number) >= 0 && (to as number) > (from as number);
 }
 
 function isLine(value: unknown): value is KnownLine {

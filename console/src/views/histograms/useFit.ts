@@ -45,6 +45,7 @@ async function fitted(counts: ArrayLike<number>, range: Range): Promise<FitReadi
   } catch (error) {
     const isTold = error instanceof NoFit || error instanceof PartMissing;
     const fault = isTold ? error.message : `The fit failed: ${String(error)}`;
-    return { fit: null, fault: figuresOf(counts, range).gross === 0 ? "Nothing is counted here yet." : fault, counts };
+    const isEmpty = figuresOf(counts, range).gross === 0;
+    return { fit: null, fault: isEmpty ? "Nothing is counted here yet." : fault, counts };
   }
 }

@@ -40,7 +40,8 @@ function Live({ block }: { block: Block }): preact.JSX.Element {
   );
   const set = useMemo(() => curveSetOf(curves, axis, 1, null), [curves]);
   const span = useMemo(() => spanOf(look, axis), [look, key]);
-  const closer = selectionText([{ block, channels: [channel] }], ofType(blocks.value.value ?? [], spectra.blockType));
+  const known = ofType(blocks.value.value ?? [], spectra.blockType);
+  const closer = selectionText([{ block, channels: [channel] }], known);
   return (
     <section class="panel live" aria-label="Live spectrum">
       <div class="row">
