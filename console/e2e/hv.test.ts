@@ -3,8 +3,10 @@ import { chainAnswers, fakeServer } from "./support/fakeServer";
 import type { Client } from "./support/question";
 import { expect, test } from "./support/test";
 
-const lists = (answer: string): Map<string, string[]> =>
-  new Map([...answer.matchAll(/"(\w+)":\[([^\][]*)\]/g)].map(([, name = "", values = ""]) => [name, values.split(",")]));
+const lists = (answer: string): Map<string, string[]> => {
+  const found = [...answer.matchAll(/"(\w+)":\[([^\][]*)\]/g)];
+  return new Map(found.map(([, name = "", values = ""]) => [name, values.split(",")]));
+};
 
 const ask = (client: Client, param: string): Promise<string> =>
   client.ask("hv1", { args: [{ cmd: "get_all_ch_values", param }] });
@@ -13,7 +15,8 @@ const states = async (client: Client): Promise<string[]> => lists(await ask(clie
 /** What the page's table of channels shows: head and cells of each column but that of the channels. */
 async function columns(page: Page): Promise<{ name: string; access: string; values: string[] }[]> {
   return page.locator("[data-test=hv-channels]").evaluate((table) => {
-    const rows = [...table.querySelectorAll("tbody tr")].map((row) => [...row.children].map((cell) => cell.textContent));
+    const cells = (row: Element): (string | null)[] => [...row.children].map((cell) => cell.textContent);
+    const rows = [...table.querySelectorAll("tbody tr")].map(cells);
     return [...table.querySelectorAll("thead th")].slice(1).map((head, i) => ({
       name: head.firstChild?.textContent ?? "",
       access: head.querySelector("small")?.textContent ?? "",

@@ -104,7 +104,7 @@ test("a run that ended with its server is told until somebody has read it", asyn
   await expect.poll(() => shownNumber(inRun(page, "run-events"))).toBeGreaterThan(0);
   await acquisition.kill();
   await acquisition.start();
-  const told = expect.stringMatching(/server was started anew.* run broken-off was broken off.*korvaxctl files recover/);
+  const told = expect.stringMatching(/started anew.* run broken-off was broken off.*korvaxctl files recover/);
   await expect.poll(() => texts(page, "broken-run")).toEqual([told]);
   await page.reload();
   await expect.poll(() => texts(page, "broken-run")).toEqual([told]);

@@ -1,18 +1,28 @@
 import { computed } from "@preact/signals";
 import { timeOfDay } from "../base/format";
 import { isUnreached, type Reading } from "../server/poll";
+import { onWake } from "../server/wake";
 import { account, clock } from "./state";
 
 const patienceMs = 5_000;
+
+// What is old because nobody looked is asked for at once then, and is no sign of trouble.
+let wokenAt = 0;
+onWake(() => (wokenAt = performance.now()));
 
 /** How old a reading is, in ms. */
 export function ageOf(reading: Reading<unknown>): number {
   return Math.max(0, clock.value - reading.heardAt);
 }
 
-/** Whether it is kept up; a page that nobody looks at asks seldom. */
+/** Whether it was asked for and not answered for so long; a page that nobody looks at asks seldom. */
+export function isOverdue(reading: Reading<unknown>, ms: number): boolean {
+  return clock.value - Math.max(reading.heardAt, wokenAt) > ms && !document.hidden;
+}
+
+/** Whether it is kept up. */
 export function isKeptUp(reading: Reading<unknown>): boolean {
-  return reading.fault === null && (ageOf(reading) < patienceMs || document.hidden);
+  return reading.fault === null && !isOverdue(reading, patienceMs);
 }
 
 /** Whether what it says can be taken for what is. */

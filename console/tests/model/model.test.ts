@@ -47,11 +47,14 @@ describe("The account", () => {
 });
 
 describe("The flow", () => {
+  const unknown = { rate: null, lossRate: null, lastData: 1_000, hasMoved: false, pauses: [], lastLoss: null };
+
   it("is unknown at first, then what came between two accounts", () => {
     const tracker = new FlowTracker();
-    expect(tracker.add(ledger(entry(100)), 1_000)).toEqual([{ rate: null, lossRate: null, lastData: 1_000, hasMoved: false, pauses: [], lastLoss: null }]);
-    expect(tracker.add(ledger(entry(300)), 3_000)).toEqual([{ rate: 100, lossRate: 0, lastData: 3_000, hasMoved: true, pauses: [], lastLoss: null }]);
-    expect(tracker.add(ledger(entry(300)), 4_000)).toEqual([{ rate: 0, lossRate: 0, lastData: 3_000, hasMoved: true, pauses: [], lastLoss: null }]);
+    const known = { lossRate: 0, lastData: 3_000, hasMoved: true, pauses: [], lastLoss: null };
+    expect(tracker.add(ledger(entry(100)), 1_000)).toEqual([unknown]);
+    expect(tracker.add(ledger(entry(300)), 3_000)).toEqual([{ ...known, rate: 100 }]);
+    expect(tracker.add(ledger(entry(300)), 4_000)).toEqual([{ ...known, rate: 0 }]);
   });
 
   it("counts losses a second", () => {
@@ -65,7 +68,7 @@ describe("The flow", () => {
   it("begins anew with a server that was started anew, and with another chain", () => {
     const tracker = new FlowTracker();
     tracker.add(ledger(entry(100)), 0);
-    expect(tracker.add(ledger(entry(5)), 1_000)[0]).toEqual({ rate: null, lossRate: null, lastData: 1_000, hasMoved: false, pauses: [], lastLoss: null });
+    expect(tracker.add(ledger(entry(5)), 1_000)[0]).toEqual(unknown);
     expect(tracker.add(ledger(entry(6, { name: "other" })), 2_000)[0]!.rate).toBeNull();
   });
 

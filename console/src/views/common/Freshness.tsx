@@ -1,5 +1,5 @@
 import { timeOfDay } from "../../base/format";
-import { ageOf, isAway } from "../../app/reach";
+import { ageOf, isAway, isOverdue } from "../../app/reach";
 import type { Reading } from "../../server/poll";
 
 /** A reading that is older than so many of its intervals is stale. */
@@ -24,7 +24,7 @@ export function Freshness(props: { reading: Reading<unknown>; intervalMs: number
   if (reading.value === null) {
     return <p class="faint">Waiting for the first answer …</p>;
   }
-  if (ageOf(reading) > staleIntervals * intervalMs + 2_000 && !document.hidden) {
+  if (isOverdue(reading, staleIntervals * intervalMs + 2_000)) {
     const since = `No answer for ${seconds} s`;
     return <p class="alarm" role="alert">{`${since}: shown is what was at ${timeOfDay(reading.at)}.`}</p>;
   }

@@ -1,6 +1,7 @@
 import "./hv.css";
 import { useRef } from "preact/hooks";
 import { parameter, setParameter } from "../../app/route";
+import { isAway } from "../../app/reach";
 import { blocks, server } from "../../app/state";
 import { usePolled } from "../../app/usePolled";
 import { ofType } from "../../model/blocks";
@@ -59,7 +60,7 @@ function Boards(props: { boards: readonly Board[] }): preact.JSX.Element {
       </section>
       <section class="panel stack" data-test="hv-values">
         <h2>{chosen.name}</h2>
-        {readOnly.fault !== null && (
+        {readOnly.fault !== null && !isAway.value && (
           <p class="warn">{`Which values are read-only isn't known. ${readOnly.fault}`}</p>
         )}
         {answer !== null && <BoardValues answer={answer} readOnly={readOnly.value} />}

@@ -27,7 +27,7 @@ export function RunLosses(props: { blocks: readonly Block[]; isOver: boolean }):
           {`Lost in ${isOver ? "the last" : "this"} run: ${texts.join("; ") || "nothing"}.`}
         </p>
       )}
-      {reading.fault !== null && <Freshness reading={reading} intervalMs={intervalMs} />}
+      {reading.fault !== null && !isAway.value && <Freshness reading={reading} intervalMs={intervalMs} />}
     </>
   );
 }
