@@ -1,5 +1,5 @@
 import type { Page } from "playwright-core";
-import { type Answers, chainAnswers } from "./support/fakeServer";
+import { type Answers, chainAnswers, fakeServer } from "./support/fakeServer";
 import { expect, test } from "./support/test";
 import { chooseView, shownView, views } from "./support/views";
 
@@ -48,6 +48,19 @@ const someChain = chainAnswers(
   ],
   () => 1_000,
 );
+
+test("a view that can't be loaded is said to be missing, and the others go on", async ({ site, page, mayLog }) => {
+  mayLog.push(/Failed to load resource/);
+  await fakeServer(page, someChain);
+  await page.route(/ChainView.*\.js/, (route) => route.abort());
+  await page.goto(`${site.url}#/chain`);
+  await expect.poll(() => page.locator("[data-test=view-missing]").count()).toBe(1);
+  await chooseView(page, "rates");
+  await page.unroute(/ChainView.*\.js/);
+  await page.reload();
+  await chooseView(page, "chain");
+  await expect.poll(() => page.locator("[data-test=node]").count()).toBe(9);
+});
 
 /** What the page asked and wasn't answered, by its subject: a route and the whole question. */
 class HeldAnswers {

@@ -1,4 +1,5 @@
 import { useRef, useState } from "preact/hooks";
+import { Queue } from "../../base/Queue";
 import { faultOf } from "../../server/poll";
 
 export interface Action {
@@ -14,15 +15,14 @@ export interface Action {
 export function useAction(): Action {
   const [isRunning, setRunning] = useState(false);
   const [fault, setFault] = useState<string | null>(null);
-  const queue = useRef({ last: Promise.resolve(), length: 0 }).current;
+  const queue = useRef(new Queue()).current;
   const run = (what: () => Promise<void>): void => {
-    ++queue.length;
     setRunning(true);
     setFault(null);
-    queue.last = queue.last
-      .then(what)
+    queue
+      .add(what)
       .catch((error: unknown) => setFault(faultOf(error)))
-      .finally(() => setRunning(--queue.length > 0));
+      .finally(() => setRunning(queue.isBusy));
   };
   return { run, isRunning, fault };
 }

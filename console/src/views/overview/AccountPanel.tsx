@@ -14,6 +14,7 @@ export function AccountPanel(): preact.JSX.Element | null {
     const loss = lossOf(entry, read.flows[i], heardAt, timeOfDayOf);
     return loss === null ? [] : [{ name: entry.name, loss }];
   });
+  const isNow = isKnown(account.value);
   const missing = entries.filter((entry) => entry.missing !== 0);
   return (
     <section class="panel" aria-label="Account of all records">
@@ -23,10 +24,12 @@ export function AccountPanel(): preact.JSX.Element | null {
           {`${name} misses ${whole(records)} records: please report this fault of the server.`}
         </p>
       ))}
-      {losses.length === 0 && <p class="good" data-test="account">Nothing is lost since the server started.</p>}
+      {losses.length === 0 && (
+        <p class={isNow ? "good" : "faint"} data-test="account">Nothing is lost since the server started.</p>
+      )}
       {losses.map(({ name, loss }, i) => (
-        <p class={loss.isNow && isKnown(account.value) ? "alarm" : "warn"} data-test="account" key={i}>
-          {`${loss.isNow && isKnown(account.value) ? "⚠ " : ""}${name} lost ${loss.text}`}
+        <p class={loss.isNow && isNow ? "alarm" : "warn"} data-test="account" key={i}>
+          {`${loss.isNow && isNow ? "⚠ " : ""}${name} lost ${loss.text}`}
         </p>
       ))}
     </section>

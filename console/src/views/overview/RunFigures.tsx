@@ -2,10 +2,14 @@ import { duration, short, whole } from "../../base/format";
 import { isOn } from "../../model/brokenRun";
 import type { RunInfo } from "../../server/runControl";
 
+/** Whether it recorded a run since its server started. */
+export function wasRun(run: RunInfo): boolean {
+  return isOn(run) || run.storedEvents > 0 || run.runningTime > 0;
+}
+
 /** What a dumper says of its run, or of the last one; whether it still does so isn't always known. */
 export function RunFigures(props: { run: RunInfo; isKnown: boolean }): preact.JSX.Element {
   const { run, isKnown } = props;
-  const wasRun = isOn(run) || run.storedEvents > 0 || run.runningTime > 0;
   return (
     <dl class="figures" data-test={`run-${run.name}`}>
       <dt>state of {run.name}</dt>
@@ -13,7 +17,7 @@ export function RunFigures(props: { run: RunInfo; isKnown: boolean }): preact.JS
         {isKnown ? run.status : `not known, was ${run.status}`}
       </dd>
       <dt>{isOn(run) ? "run" : "last run"}</dt>
-      <dd class="long" data-test="run-id">{wasRun ? run.id : "none yet"}</dd>
+      <dd class="long" data-test="run-id">{wasRun(run) ? run.id : "none yet"}</dd>
       <dt>running time</dt>
       <dd>{duration(run.runningTime)}</dd>
       <dt>events</dt>

@@ -19,11 +19,11 @@ export function RunLosses(props: { blocks: readonly Block[]; isOver: boolean }):
   const texts = (reading.value ?? []).flatMap((counts, i) => lossText(blocks[i]?.name ?? "", counts));
   const lost = reading.value?.reduce((sum, counts) => sum + lostOf(counts), 0);
   const isRising = useRising(lost ?? null, reading.heardAt);
-  const tone = texts.length === 0 ? "good" : isRising && !isAway.value ? "alarm" : "warn";
+  const tone = texts.length === 0 ? "good" : isRising ? "alarm" : "warn";
   return (
     <>
       {reading.value !== null && (
-        <p class={tone} data-test="run-losses">
+        <p class={isAway.value ? "faint" : tone} data-test="run-losses">
           {`Lost in ${isOver ? "the last" : "this"} run: ${texts.join("; ") || "nothing"}.`}
         </p>
       )}

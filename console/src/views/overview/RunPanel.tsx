@@ -7,7 +7,7 @@ import type { RunInfo, RunStatus } from "../../server/runControl";
 import { Freshness } from "../common/Freshness";
 import { ResetSpectra } from "./ResetSpectra";
 import { RunButtons } from "./RunButtons";
-import { RunFigures } from "./RunFigures";
+import { RunFigures, wasRun } from "./RunFigures";
 import { RunLosses } from "./RunLosses";
 
 /** What the run is, and everything that is done with it. */
@@ -21,7 +21,7 @@ export function RunPanel(): preact.JSX.Element {
       {all.map((run) => (
         <RunFigures run={run} isKnown={isCurrent} key={run.name} />
       ))}
-      {all.length > 0 && (
+      {all.some(wasRun) && (
         <RunLosses blocks={ofType(blocks.value.value ?? [], ...recorders)} isOver={!all.some(isOn)} />
       )}
       {reading.value !== null && all.length === 0 && (
