@@ -34,8 +34,8 @@ for (const [i, view] of views.entries()) {
     const low = await page.locator(pressed).evaluateAll(
       (elements, least) =>
         elements
-          .map((element) => ({ text: element.outerHTML.slice(0, 80), height: element.getBoundingClientRect().height }))
-          .filter(({ height }) => height < least),
+          .filter((element) => element.getBoundingClientRect().height < least)
+          .map((element) => element.outerHTML.slice(0, 80)),
       leastHeight,
     );
     expect(low).toEqual([]);

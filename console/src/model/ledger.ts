@@ -33,13 +33,14 @@ function entryOf(json: Json): Entry {
   const values = asObject(json, what);
   const count = (of: JsonObject, key: string): number => asNumber(of[key], what);
   const rows = (key: string): JsonObject[] => asArray(values[key], what).map((row) => asObject(row, what));
+  const became = Object.entries(asObject(values["became"], what));
   return {
     name: asText(values["name"], what),
     type: asText(values["type"], what),
     path: asText(values["path"], what),
     received: count(values, "received"),
     waiting: count(values, "waiting"),
-    became: new Map(Object.entries(asObject(values["became"], what)).map(([fate, n]) => [fate, asNumber(n, what)])),
+    became: new Map(became.map(([fate, n]) => [fate, asNumber(n, what)])),
     missing: count(values, "missing"),
     inHand: count(values, "in_hand"),
     made: count(values, "made"),

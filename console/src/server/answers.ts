@@ -7,7 +7,9 @@ export type JsonObject = { [key: string]: Json };
 /** `what` names the answer in the message of BadAnswer. */
 export function parseJson(text: string, what: string): Json {
   if (text === "") {
-    throw new BadAnswer(`No block answers for ${what}: it may have been renamed or taken out of the configuration.`);
+    throw new BadAnswer(
+      `No block answers for ${what}: it may have been renamed or taken out of the configuration.`,
+    );
   }
   try {
     return JSON.parse(text) as Json;

@@ -17,7 +17,9 @@ export async function sendRunCommand(server: Answerer, cmd: RunCommand): Promise
 export async function resumeRun(server: Answerer): Promise<void> {
   const runs = await getRunInfo(server);
   if (runs.length === 0 || runs.some(({ status }) => status !== "paused")) {
-    throw new BadAnswer("The run isn't paused any more, and going on would write over its files. Start a new run.");
+    throw new BadAnswer(
+      "The run isn't paused any more, and going on would write over its files. Start a new run.",
+    );
   }
   await sendRunCommand(server, "restart_dump");
 }
