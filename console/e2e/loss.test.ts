@@ -94,7 +94,8 @@ test("while the server is away one banner says so, nothing seems known, nothing 
   await expect.poll(() => banner(page)).toContain("The server can't be reached");
   await expect.poll(async () => new Set(await pulses())).toEqual(new Set(["not known"]));
   await expect.poll(enabled).toEqual([false, false, false]);
-  expect(await page.locator("[data-test=run-status]").allInnerTexts()).toEqual(["not known, was stopped"]);
+  const states = await page.locator("[data-test=run-status]").allInnerTexts();
+  expect(new Set(states)).toEqual(new Set(["not known, was stopped"]));
   expect(await page.locator("section.live [title]:has-text('Start')").first().getAttribute("title")).toContain(
     "doesn't answer",
   );
