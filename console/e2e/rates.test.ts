@@ -193,7 +193,7 @@ test("a rate of 0 is seen on a logarithmic history, at a foot that says so", asy
   await expect.poll(label).toBe(true);
   const inked = await page.locator(".rates .u-wrap canvas").evaluate((canvas: HTMLCanvasElement) => {
     const { data } = canvas.getContext("2d")!.getImageData(0, 0, canvas.width, canvas.height);
-    const isCurve = (i: number): boolean => data[i] === 0 && data[i + 1] === 0x72 && data[i + 2] === 0xb2;
+    const isCurve = (i: number): boolean => data[i] === 0x44 && data[i + 1] === 0x77 && data[i + 2] === 0xff;
     return Array.from({ length: data.length / 4 }, (_, pixel) => 4 * pixel).filter(isCurve).length;
   });
   expect(inked).toBeGreaterThan(200); // a line across the plot

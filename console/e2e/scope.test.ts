@@ -154,7 +154,7 @@ test("what is frozen stays, whatever comes, until it runs again", async ({ site,
 });
 
 /** Of channel 0 in the light theme. */
-const traceColour: [number, number, number] = [0, 0x72, 0xb2];
+const traceColour: [number, number, number] = [0x44, 0x77, 0xff];
 // Of the picture, in pixels.
 const [left, right, top, bottom] = [56, 10, 8, 36];
 
