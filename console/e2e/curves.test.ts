@@ -1,4 +1,5 @@
 import type { CDPSession, Page } from "playwright-core";
+import { drawnTexts, recordTexts } from "./support/canvas";
 import {
   cursorAt, drag, nextSpan, openSpectra, peaksAt, plotPoint, serveCounts, shownSpan, totals,
 } from "./support/histograms";
@@ -152,6 +153,18 @@ test("a bin with one count is seen beside a million on a logarithmic axis", asyn
   await expect.poll(() => inkAt(page, shareOf(700))).toBeGreaterThan(100);
   expect(await inkAt(page, shareOf(250))).toBeGreaterThan(5);
   expect(await inkAt(page, shareOf(450))).toBe(0);
+});
+
+test("curves that are shown together are named in the picture, and one alone isn't", async ({ site, page }) => {
+  await recordTexts(page);
+  await serveCounts(page, () => peaksAt(bins, [300, 500]));
+  const names = async (): Promise<string[]> =>
+    (await drawnTexts(page)).map(({ text }) => text).filter((text) => text.startsWith("made"));
+  await openSpectra(page, site.url, "made@0,1");
+  await expect.poll(names).toEqual(["made · ch 0", "made · ch 1"]);
+  await openSpectra(page, site.url, "made@0");
+  await expect.poll(async () => (await drawnTexts(page)).length).toBeGreaterThan(5);
+  expect(await names()).toEqual([]);
 });
 
 test("65536 bins of up to 4294967295 counts are drawn and read", async ({ site, page }) => {
