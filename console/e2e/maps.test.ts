@@ -159,16 +159,21 @@ test("what an immediate image shows one after the other adds up to the cumulativ
   const parts = [map, map.map((row) => row.map((count) => 2 * count + 1))];
   const sum = map.map((row) => row.map((count) => 3 * count + 1));
   const asked: ((part: number[][]) => void)[] = [];
+  let isOver = false;
   await serveMap(page, "image", (source) =>
-    source === "cumulative" ? sum : new Promise<number[][]>((answer) => void asked.push(answer)),
+    source === "cumulative" ? sum : isOver ? map : new Promise<number[][]>((answer) => void asked.push(answer)),
   );
   await page.goto(`${site.url}#/image?show=immediate`);
-  for (const [i, part] of parts.entries()) {
-    await expect.poll(() => asked.length).toBe(i + 1); // not again before it is answered
-    asked[i]!(part);
+  let answered = 0;
+  for (const part of parts) {
+    await expect.poll(() => asked.length).toBeGreaterThan(answered);
+    answered = asked.length;
+    asked.at(-1)!(part); // a question that waited too long was asked again
     await expect.poll(() => shownNumber(total(page))).toBe(sumOf(part.flat()));
     expect(await cellsSaved(page)).toEqual(part);
   }
+  isOver = true;
+  asked.at(-1)!(map); // the next question, if it is there already, must not wait: others would wait behind it
   await page.locator("[data-test=choose-cumulative]").click();
   await expect.poll(() => shownNumber(total(page))).toBe(sumOf(sum.flat()));
   expect(await cellsSaved(page)).toEqual(sum);
