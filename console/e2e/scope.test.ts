@@ -51,7 +51,8 @@ async function cursorToPeak(page: Page): Promise<void> {
   await page.locator("[data-test=scope-picture]").focus();
   await page.keyboard.press("ArrowRight"); // from the middle, which is the peak
   await page.keyboard.press("ArrowLeft");
-  expect(await page.locator("[data-test=scope-cursor]").innerText()).toBe(`Cursor sample ${peakAt}`);
+  const cursor = page.locator("[data-test=scope-cursor]");
+  await expect.poll(() => cursor.innerText()).toBe(`Cursor sample ${peakAt}`);
 }
 
 async function open(page: Page, url: string, scope: FakeScope, query = ""): Promise<void> {
@@ -75,14 +76,14 @@ test("the first scale fits the first waveforms, and a level half way is proposed
   for (const peak of [2_300, 2_390, 2_200, 2_100]) {
     await scope.show(pulse(peak));
   }
-  expect(await level.inputValue()).toBe("1660"); // half way to 2300, the middle one, by twenties
+  await expect.poll(() => level.inputValue()).toBe("1660"); // half way to 2300, the middle one, by twenties
 
   await scope.show(pulse(6_000));
   expect([await placeholder(page, "offset"), await placeholder(page, "scale")]).toEqual(["1500", "500"]);
   await expect.poll(() => drawnTexts(page)).toContainEqual(expect.objectContaining({ text: "▲ goes on, F fits" }));
   await page.getByRole("button", { name: "Fit", exact: true }).click();
   await expect.poll(() => placeholder(page, "scale")).toBe("1000");
-  expect(await level.inputValue()).toBe("3500");
+  await expect.poll(() => level.inputValue()).toBe("3500");
   await expect.poll(async () => (await drawnTexts(page)).some(({ text }) => text.startsWith("▲"))).toBe(false);
 });
 
@@ -96,7 +97,7 @@ test("a trigger holds what crosses its level, and nothing else", async ({ site, 
   await scope.show(pulse(1_900));
   expect(await peakShown(page)).toBe(2_400);
   await scope.show(pulse(2_100));
-  expect(await peakShown(page)).toBe(2_100);
+  await expect.poll(() => peakShown(page)).toBe(2_100);
   await scope.show(pulse(1_999));
   expect(await peakShown(page)).toBe(2_100);
 
@@ -116,7 +117,7 @@ test("a number can be typed slowly while the traces go on", async ({ site, page 
     }
     await page.keyboard.press("Enter");
     await scope.show(pulse(2_400));
-    expect(await page.locator(selector).inputValue()).toBe(text);
+    await expect.poll(() => page.locator(selector).inputValue()).toBe(text);
   };
   await typeSlowly("[data-test=trigger-level]", "1234");
   await typeSlowly("[data-test=trace-0] [data-test=offset]", "-12");
@@ -197,7 +198,8 @@ test("the time axis is in nanoseconds when the length of a sample is known", asy
   }
   await page.locator("[data-test=scope-picture]").focus();
   await page.keyboard.press("ArrowRight");
-  expect(await page.locator("[data-test=scope-cursor]").innerText()).toBe("Cursor sample 51, 408 ns");
+  const cursor = page.locator("[data-test=scope-cursor]");
+  await expect.poll(() => cursor.innerText()).toBe("Cursor sample 51, 408 ns");
 });
 
 for (const [width, height] of [[1440, 900], [820, 1180]] as const) {
