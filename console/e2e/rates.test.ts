@@ -1,5 +1,5 @@
 import type { Page } from "playwright-core";
-import { drawnTexts, recordTexts } from "./support/canvas";
+import { drawnTexts, fillOf, recordTexts } from "./support/canvas";
 import { chainAnswers, fakeServer } from "./support/fakeServer";
 import { inUnits } from "./support/reading";
 import { expect, test } from "./support/test";
@@ -191,10 +191,10 @@ test("a rate of 0 is seen on a logarithmic history, at a foot that says so", asy
   const label = async (): Promise<boolean> =>
     (await drawnTexts(page)).some(({ text }) => text === "counts per second; at the foot: 0.5 or less");
   await expect.poll(label).toBe(true);
-  const inked = await page.locator(".rates .u-wrap canvas").evaluate((canvas: HTMLCanvasElement) => {
+  const inked = await page.locator(".rates .u-wrap canvas").evaluate((canvas: HTMLCanvasElement, colour) => {
     const { data } = canvas.getContext("2d")!.getImageData(0, 0, canvas.width, canvas.height);
-    const isCurve = (i: number): boolean => data[i] === 0x44 && data[i + 1] === 0x77 && data[i + 2] === 0xff;
+    const isCurve = (i: number): boolean => colour.every((part, k) => data[i + k] === part);
     return Array.from({ length: data.length / 4 }, (_, pixel) => 4 * pixel).filter(isCurve).length;
-  });
+  }, await fillOf(row(page, dead).locator(".swatch")));
   expect(inked).toBeGreaterThan(200); // a line across the plot
 });

@@ -1,5 +1,5 @@
 import type { Page } from "playwright-core";
-import { drawnTexts, heightOfColour, recordTexts } from "./support/canvas";
+import { drawnTexts, fillOf, heightOfColour, recordTexts } from "./support/canvas";
 import { chainAnswers, fakeServer } from "./support/fakeServer";
 import { expect, test } from "./support/test";
 
@@ -154,15 +154,13 @@ test("what is frozen stays, whatever comes, until it runs again", async ({ site,
   await expect.poll(() => peakShown(page)).toBe(5_000);
 });
 
-/** Of channel 0 in the light theme. */
-const traceColour: [number, number, number] = [0x44, 0x77, 0xff];
 // Of the picture, in pixels.
 const [left, right, top, bottom] = [56, 10, 8, 36];
 
 test("offset and scale move the trace that is drawn, each as far as it says", async ({ site, page }) => {
   const scope = new FakeScope(pulse(baseline).fill(baseline));
-  await page.emulateMedia({ colorScheme: "light" });
   await open(page, site.url, scope, "?v=0:1000:100");
+  const traceColour = await fillOf(page.locator("[data-test=trace-0] .swatch"));
   const canvas = page.locator("[data-test=scope-picture]");
   const height = (await canvas.boundingBox())!.height - top - bottom;
   const middle = top + height / 2;

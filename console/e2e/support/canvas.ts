@@ -31,7 +31,7 @@ export function drawnTexts(page: Page): Promise<DrawnText[]> {
 }
 
 /** How far down the pixels of nearly this colour are on average in a column of the canvas; NaN where none is. */
-export function heightOfColour(canvas: Locator, x: number, colour: [number, number, number]): Promise<number> {
+export function heightOfColour(canvas: Locator, x: number, colour: number[]): Promise<number> {
   return canvas.evaluate(
     (element: HTMLCanvasElement, { x, colour }) => {
       const { data } = element.getContext("2d")!.getImageData(Math.round(x), 0, 1, element.height);
@@ -42,4 +42,9 @@ export function heightOfColour(canvas: Locator, x: number, colour: [number, numb
     },
     { x, colour },
   );
+}
+
+/** The colour that an element beside the picture is filled with, as red, green and blue. */
+export function fillOf(element: Locator): Promise<number[]> {
+  return element.evaluate((one) => getComputedStyle(one).backgroundColor.match(/\d+/g)!.slice(0, 3).map(Number));
 }
