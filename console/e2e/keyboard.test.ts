@@ -38,11 +38,14 @@ test("a whole run is taken with the keyboard alone", async ({ acquisition, site,
   await expect.poll(status).toBe("paused");
   await pressEnterOn("run-restart");
   await expect.poll(status).toBe("recording");
+  const question = page.locator("dialog[open]");
   await pressEnterOn("run-stop");
+  await question.waitFor();
   await page.keyboard.press("Escape");
-  await expect.poll(() => page.locator("dialog[open]").count()).toBe(0);
+  await expect.poll(() => question.count()).toBe(0);
   expect(await status()).toBe("recording");
   await pressEnterOn("run-stop");
+  await question.waitFor();
   await tabTo(page, "confirm-action");
   await page.keyboard.press("Enter");
   await expect.poll(status).toBe("stopped");
