@@ -59,7 +59,8 @@ async function measure(name: string, browser: Browser, page: Page): Promise<void
   await new Promise((done) => setTimeout(done, secondsMeasured * 1000));
   const [after, spent] = [await countedIn(page), await cpuSeconds(browser)];
   const seconds = (performance.now() - began) / 1000;
-  const percent = (kind: "page" | "all"): string => `${((100 * (spent[kind] - cpu[kind])) / seconds).toFixed(1)} %`;
+  const percent = (kind: keyof typeof cpu): string =>
+    `${((100 * (spent[kind] - cpu[kind])) / seconds).toFixed(1)} %`;
   const rate = (kind: keyof Counted): string => ((after[kind] - before[kind]) / seconds).toFixed(2);
   const size = (after.bytes - before.bytes) / (after.answers - before.answers) / 1000;
   process.stdout.write(
@@ -120,7 +121,8 @@ function filledMaps(): string[] {
     ((row * 7 + column * 13) % 90) +
     round;
   const row = (r: number, round: number): number[] => Array.from({ length: edge }, (_, c) => cell(r, c, round));
-  return [0, 1, 2, 3].map((round) => JSON.stringify({ data: Array.from({ length: edge }, (_, r) => row(r, round)) }));
+  const rows = (round: number): number[][] => Array.from({ length: edge }, (_, r) => row(r, round));
+  return [0, 1, 2, 3].map((round) => JSON.stringify({ data: rows(round) }));
 }
 
 test("a map of 512 × 512", async ({ browser, site, acquisition }) => {

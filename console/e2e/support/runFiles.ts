@@ -19,7 +19,9 @@ export function storedEvents(folder: string): number {
   }
 }
 
-/** Whether the run in the folder is what the server noted of it. It ends its files at the first data behind the stop. */
+/**
+ * Whether the run in the folder is what the server noted of it. It ends its files at the first data behind the stop.
+ */
 export function isWhole(folder: string): boolean {
   try {
     return existsSync(folder) && execFileSync(client, ["files", "verify", folder], { encoding: "utf8" }) !== "";

@@ -4,7 +4,11 @@ import type { Range } from "./region";
 // A window is compared with its two sides, each half as wide: what stands above both is a peak.
 
 /** The range about the peak that stands out most between the bins, but for those marked; null when none does. */
-export function clearestPeak(counts: ArrayLike<number>, within: Range, marked: readonly Range[] = []): Range | null {
+export function clearestPeak(
+  counts: ArrayLike<number>,
+  within: Range,
+  marked: readonly Range[] = [],
+): Range | null {
   const { from, to } = within;
   const left = marked.length === 0 ? counts : levelled(counts, marked);
   const below = runningSums(left, from, to);
@@ -78,7 +82,7 @@ function aroundPeak(counts: ArrayLike<number>, within: Range, centre: number, ha
     : aroundShape(counts, within, centre, half);
 }
 
-/** About the middle count; on each side as far as for a Gauss peak of which two thirds of the counts are as near. */
+/** About the middle count; as far on each side as for a Gauss peak with two thirds of its counts as near. */
 function aroundFew(counts: ArrayLike<number>, within: Range, first: number, bins: number): Range {
   const binWith = (share: number): number => {
     let left = share * meanOf(counts, first, bins) * bins;

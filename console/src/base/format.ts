@@ -32,7 +32,8 @@ export function duration(seconds: number): string {
   }
   const total = Math.max(0, Math.floor(seconds));
   const two = (n: number): string => String(n).padStart(2, "0");
-  const [days, hours, minutes] = [Math.floor(total / 86400), Math.floor(total / 3600) % 24, Math.floor(total / 60) % 60];
+  const days = Math.floor(total / 86400);
+  const [hours, minutes] = [Math.floor(total / 3600) % 24, Math.floor(total / 60) % 60];
   if (days > 0) {
     return `${days} d ${two(hours)}:${two(minutes)}:${two(total % 60)}`;
   }

@@ -144,6 +144,7 @@ export class CurvePlot {
   }
 
   private options(): Omit<uPlot.Options, "width" | "height"> {
+    const { isDark } = this.look;
     return {
       legend: { show: false },
       cursor: {
@@ -160,7 +161,7 @@ export class CurvePlot {
         },
       },
       axes: axesOf(this.look),
-      series: [{}, ...this.set.curves.map((curve) => seriesOf(curve, this.set.steps, this.look.isDark, this.dense))],
+      series: [{}, ...this.set.curves.map((curve) => seriesOf(curve, this.set.steps, isDark, this.dense))],
       hooks: {
         drawClear: [(plot) => drawBands(plot, this.bands, this.look.isDark)],
         drawSeries: [(plot, series) => this.onSeries(plot, series)],

@@ -1,7 +1,7 @@
 import type uPlot from "uplot";
 
-// Curves with many values to a pixel. A line through all of them costs the browser ten times what bars of one pixel do,
-// and looks the same.
+// Curves with many values to a pixel. A line through all of them costs the browser several times what bars of one
+// pixel do, and looks the same.
 
 /** Whether so many values are to be drawn so wide that single ones can't be seen. */
 export function isDense(values: number, pixels: number): boolean {
@@ -12,8 +12,8 @@ export function isDense(values: number, pixels: number): boolean {
 export type Extent = readonly [least: number, most: number] | null;
 
 /**
- * The extents of the values from index `from` to `to` in `columns` columns of equal width between the positions `low`
- * and `high`. Neighbours touch: a column reaches to the last value of the one before.
+ * The extents of the values from index `from` to `to` in `columns` columns of equal width between the positions
+ * `low` and `high`. Neighbours touch: a column reaches to the last value of the one before.
  */
 export function extentsOf(
   x: ArrayLike<number>,

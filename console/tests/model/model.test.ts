@@ -9,16 +9,27 @@ const answering = (text: string): { ask: () => Promise<string> } => ({ ask: () =
 
 const entry = (received: number, more: Partial<Entry> = {}): Entry => ({
   name: "source0", type: "source", path: "p", received, waiting: 0, became: new Map([["decoded", received]]),
-  missing: 0, inHand: 0, made: received, inputs: [], outputs: [{ pushed: received, dropped: 0, waiting: 0 }], ...more,
+  missing: 0, inHand: 0, made: received, inputs: [],
+  outputs: [{ pushed: received, dropped: 0, waiting: 0 }], ...more,
 });
 const ledger = (...entries: Entry[]): { balanced: boolean; entries: Entry[] } => ({ balanced: true, entries });
 
 describe("The list of blocks", () => {
   it("is read with links and shape", async () => {
     const [block] = await getBlocks(
-      answering('{"blocks":[{"type":"spectrum","name":"s","path":"p/s","links":[{"from":"t","pin":1}],"outputs":0,"shape":{"channels":4,"bins":-1}}]}'),
+      answering(
+        '{"blocks":[{"type":"spectrum","name":"s","path":"p/s","links":[{"from":"t","pin":1}],"outputs":0,' +
+          '"shape":{"channels":4,"bins":-1}}]}',
+      ),
     );
-    expect(block).toEqual({ type: "spectrum", name: "s", path: "p/s", links: [{ from: "t", pin: 1 }], outputs: 0, shape: { channels: 4, bins: -1 } });
+    expect(block).toEqual({
+      type: "spectrum",
+      name: "s",
+      path: "p/s",
+      links: [{ from: "t", pin: 1 }],
+      outputs: 0,
+      shape: { channels: 4, bins: -1 },
+    });
     expect([sizeOf(block!, "channels"), sizeOf(block!, "bins"), sizeOf(block!, "none")]).toEqual([4, 0, 0]);
     expect(ofType([block!], "image", "spectrum")).toHaveLength(1);
     expect(ofType([block!], "image")).toHaveLength(0);
@@ -28,12 +39,21 @@ describe("The list of blocks", () => {
 describe("The account", () => {
   it("is read as the server writes it", async () => {
     const read = await getLedger(
-      answering('{"ledger":{"balanced":true,"blocks":[{"became":{"left_out":0,"written":3},"in_hand":0,"inputs":[{"from":"rates_source1","pin":0,"taken":4}],"made":0,"missing":0,"name":"rates1","outputs":[],"path":"p","received":4,"type":"rate_counters_sink","waiting":1}],"time":"t"}}'),
+      answering(
+        '{"ledger":{"balanced":true,"blocks":[{"became":{"left_out":0,"written":3},"in_hand":0,' +
+          '"inputs":[{"from":"rates_source1","pin":0,"taken":4}],"made":0,"missing":0,"name":"rates1","outputs":[],' +
+          '"path":"p","received":4,"type":"rate_counters_sink","waiting":1}],"time":"t"}}',
+      ),
     );
     expect(read).toEqual({
       balanced: true,
-      entries: [{ name: "rates1", type: "rate_counters_sink", path: "p", received: 4, waiting: 1, became: new Map([["left_out", 0], ["written", 3]]),
-        missing: 0, inHand: 0, made: 0, inputs: [{ from: "rates_source1", pin: 0, taken: 4 }], outputs: [] }],
+      entries: [
+        {
+          name: "rates1", type: "rate_counters_sink", path: "p", received: 4, waiting: 1,
+          became: new Map([["left_out", 0], ["written", 3]]), missing: 0, inHand: 0, made: 0,
+          inputs: [{ from: "rates_source1", pin: 0, taken: 4 }], outputs: [],
+        },
+      ],
     });
   });
 
@@ -104,13 +124,17 @@ describe("The flow", () => {
 
 describe("A source", () => {
   const flow = { rate: 0, lossRate: 0, lastData: 10_000, hasMoved: true, pauses: [], lastLoss: null };
-  it("that gave data just now is flowing", () => expect(pulseOf(flow, 12_999)).toEqual({ state: "flowing", text: "data flow" }));
+  it("that gave data just now is flowing", () =>
+    expect(pulseOf(flow, 12_999)).toEqual({ state: "flowing", text: "data flow" }));
   it("that is silent says for how long", () => {
     expect(pulseOf(flow, 22_000)).toEqual({ state: "quiet", text: "no data for 12 s" });
     expect(pulseOf(flow, 10_000 + 150_000)).toEqual({ state: "quiet", text: "no data for 2 min" });
   });
   it("that never gave data since the page was opened says only that", () =>
-    expect(pulseOf({ ...flow, hasMoved: false }, 22_000)).toEqual({ state: "quiet", text: "no data, watched for 12 s" }));
+    expect(pulseOf({ ...flow, hasMoved: false }, 22_000)).toEqual({
+      state: "quiet",
+      text: "no data, watched for 12 s",
+    }));
   it("is waited for as long as its own rhythm tells, within limits", () => {
     expect([[], [0, 0, 0], [9_000], [200, 100]].map(patienceMs)).toEqual([3_000, 3_000, 3_000, 3_000]);
     expect(patienceMs([0, 4_000, 0, 4_500])).toBe(20_000);
@@ -131,7 +155,9 @@ describe("A source", () => {
 describe("A run's id", () => {
   it("is proposed from the date", () => expect(proposeRunId(new Date(2026, 2, 5), 7)).toBe("2026-03-05_007"));
   it("is followed by the next number, as wide as it was", () => {
-    expect(["a_001", "a_099", "9", "a999", "run", ""].map(nextRunId)).toEqual(["a_002", "a_100", "10", "a1000", "run_2", "_2"]);
+    expect(["a_001", "a_099", "9", "a999", "run", ""].map(nextRunId)).toEqual([
+      "a_002", "a_100", "10", "a1000", "run_2", "_2",
+    ]);
   });
   it("can be a folder's name, and nothing that leads elsewhere", () => {
     expect(["12", "night 3", "a.b", "…"].map(runIdFault)).toEqual([null, null, null, null]);

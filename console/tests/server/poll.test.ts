@@ -54,7 +54,8 @@ describe("Polling", () => {
     await vi.advanceTimersByTimeAsync(200);
     asked[1]!.fail(new Unreachable("no connection"));
     await settle();
-    expect(told.at(-1)).toMatchObject({ value: "a", at: 1_000_000, fault: "The server can't be reached: no connection." });
+    const fault = "The server can't be reached: no connection.";
+    expect(told.at(-1)).toMatchObject({ value: "a", at: 1_000_000, fault });
     await vi.advanceTimersByTimeAsync(999);
     expect(asked).toHaveLength(2);
     await vi.advanceTimersByTimeAsync(1);

@@ -1,6 +1,8 @@
 import { describe, expect, it } from "vitest";
 import { BadAnswer } from "../../src/server/answers";
-import { getCounts2d, getHistograms, getRateHistory, getRates, getScatter, isCounting, resetCounts, setCounting } from "../../src/server/queries";
+import {
+  getCounts2d, getHistograms, getRateHistory, getRates, getScatter, isCounting, resetCounts, setCounting,
+} from "../../src/server/queries";
 import type { Answerer } from "../../src/server/Server";
 
 const path = "processing/0/filter_chain/a/chain/b";
@@ -59,17 +61,20 @@ describe("Maps and images", () => {
   });
 
   it("may have no rows", async () => {
-    expect(await getCounts2d(answering('{"data":[]}'), path, "heatmap")).toEqual({ rows: 0, columns: 0, counts: new Uint32Array(0) });
+    const empty = { rows: 0, columns: 0, counts: new Uint32Array(0) };
+    expect(await getCounts2d(answering('{"data":[]}'), path, "heatmap")).toEqual(empty);
   });
 
   it("whose rows differ in length are refused", async () => {
-    await expect(getCounts2d(answering('{"data":[[1],[1,2]]}'), path, "heatmap")).rejects.toThrow(/different lengths: 1 and 2/);
+    const ragged = answering('{"data":[[1],[1,2]]}');
+    await expect(getCounts2d(ragged, path, "heatmap")).rejects.toThrow(/different lengths: 1 and 2/);
   });
 
   it("have points with as many columns as shares of energy", async () => {
     const cloud = await getScatter(answering('{"data":[{"x":[1,2]},{"y":[0.25,0.5]}]}'), path);
     expect(cloud).toEqual({ x: Float64Array.of(1, 2), y: Float64Array.of(0.25, 0.5) });
-    await expect(getScatter(answering('{"data":[{"x":[1]},{"y":[]}]}'), path)).rejects.toThrow(/1 columns and 0 shares/);
+    const uneven = answering('{"data":[{"x":[1]},{"y":[]}]}');
+    await expect(getScatter(uneven, path)).rejects.toThrow(/1 columns and 0 shares/);
   });
 });
 
@@ -86,7 +91,8 @@ describe("Counting", () => {
   });
 
   it("that is refused fails with the server's words", async () => {
-    await expect(resetCounts(answering('[{"response": "Unknown endpoint"}]'), path)).rejects.toThrow("Unknown endpoint");
+    const refusing = answering('[{"response": "Unknown endpoint"}]');
+    await expect(resetCounts(refusing, path)).rejects.toThrow("Unknown endpoint");
     await expect(resetCounts(answering('[{"response": false}]'), path)).rejects.toThrow(/neither yes nor no/);
   });
 });

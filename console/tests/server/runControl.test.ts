@@ -2,13 +2,17 @@ import { describe, expect, it } from "vitest";
 import { parseRunInfo, resumeRun, sendRunCommand, startRun } from "../../src/server/runControl";
 
 const info = (id: string, name = "dumper1"): string =>
-  `{"status":1,"name": "${name}","event_rate":12.5,"id":${id},"stored_events":7,"running_time":3.25,"used_space":14}`;
+  `{"status":1,"name": "${name}","event_rate":12.5,"id":${id},"stored_events":7,` +
+  `"running_time":3.25,"used_space":14}`;
 
 describe("What a dumper says of its run", () => {
   it("is read whatever its id is, which stands there without quotes", () => {
     for (const id of ["12", "", "night 3", "2026-11-21_001", 'a"b', "x,y", "a\\b", "true"]) {
       expect(parseRunInfo(`[${info(id)}]`)).toEqual([
-        { name: "dumper1", status: "recording", id, eventRate: 12.5, storedEvents: 7, runningTime: 3.25, usedSpace: 14 },
+        {
+          name: "dumper1", status: "recording", id,
+          eventRate: 12.5, storedEvents: 7, runningTime: 3.25, usedSpace: 14,
+        },
       ]);
     }
   });
@@ -23,8 +27,11 @@ describe("What a dumper says of its run", () => {
   });
 
   it("has a state by number, and one for numbers that nobody knows", () => {
-    const stateOf = (status: string): string => parseRunInfo(`[${info("1").replace('"status":1', `"status":${status}`)}]`)[0]!.status;
-    expect(["0", "1", "2", "3", "-1", '"1"'].map(stateOf)).toEqual(["stopped", "recording", "paused", "unknown", "unknown", "unknown"]);
+    const infoOf = (status: string): string => info("1").replace('"status":1', `"status":${status}`);
+    const stateOf = (status: string): string => parseRunInfo(`[${infoOf(status)}]`)[0]!.status;
+    expect(["0", "1", "2", "3", "-1", '"1"'].map(stateOf)).toEqual([
+      "stopped", "recording", "paused", "unknown", "unknown", "unknown",
+    ]);
   });
 
   it("is refused with a reason when it is something else", () => {
@@ -47,7 +54,11 @@ describe("Run control", () => {
     );
   });
 
-  const scripted = (...answers: string[]): { ask: (route: string, query: object) => Promise<string>; asked: object[] } => {
+  interface Scripted {
+    ask: (route: string, query: object) => Promise<string>;
+    asked: object[];
+  }
+  const scripted = (...answers: string[]): Scripted => {
     const asked: object[] = [];
     return { asked, ask: (_, query) => (asked.push(query), Promise.resolve(answers[asked.length - 1]!)) };
   };
@@ -55,7 +66,7 @@ describe("Run control", () => {
     `[${statuses.map((status) => info("7").replace('"status":1', `"status":${status}`)).join(",")}]`;
   const done = '[{"response": true}]';
 
-  it("goes on with a run only while all of it is paused, as it would write over the files of one that ended", async () => {
+  it("goes on only with a paused run, as it would write over the files of one that ended", async () => {
     const paused = scripted(state(2, 2), done);
     await resumeRun(paused);
     expect(paused.asked).toEqual([{ cmd: "get_run_info" }, { cmd: "restart_dump" }]);
@@ -78,7 +89,8 @@ describe("Run control", () => {
   });
 
   it("passes on what else the server says", async () => {
-    await expect(startRun(scripted("[]", '[{"response": "No"}]'), "12")).rejects.toThrow("Run 12 wasn't started: No");
+    const refusing = scripted("[]", '[{"response": "No"}]');
+    await expect(startRun(refusing, "12")).rejects.toThrow("Run 12 wasn't started: No");
     await expect(sendRunCommand(answering(""), "stop_dump")).rejects.toThrow(/No block answers for run control/);
     await expect(sendRunCommand(answering('[{"response": true}]'), "stop_dump")).resolves.toBeUndefined();
   });

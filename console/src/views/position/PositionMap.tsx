@@ -22,8 +22,10 @@ export function PositionMap(props: { block: Block; choices: ComponentChildren })
     intervalOf(parameter("every")),
   );
   const map = freezable.reading.value;
-  const readOut = ({ row, column }: Cell, count: string): string =>
-    `column ${column}, row ${row} (share of energy about ${(row / (map?.rows ?? 1)).toFixed(3)}), counts: ${count}`;
+  const readOut = ({ row, column }: Cell, count: string): string => {
+    const share = (row / (map?.rows ?? 1)).toFixed(3);
+    return `column ${column}, row ${row} (share of energy about ${share}), counts: ${count}`;
+  };
   return (
     <MapPanel
       block={block}
