@@ -1,5 +1,5 @@
 import { describe, expect, it } from "vitest";
-import { type Capture, captured, type Mode, nothingCaptured, refitted } from "../../src/views/scope/capture";
+import { type Capture, captured, type Mode, nothingCaptured, refitted, type When } from "../../src/views/scope/capture";
 import { areAllZero, envelopeOf, keyOf, labelOf, sameTraces, usualEnvelope } from "../../src/views/scope/traces";
 import {
   crossingIn,
@@ -15,10 +15,13 @@ const flat = [analogOf(0, 1, 2, 1)];
 const pulse = [analogOf(0, 1, 2, 90)];
 const other = [analogOf(0, 1, 80, 3)];
 
+/** The wall clock is another than the one that ages are told by. */
+const whenOf = (at: number): When => ({ at, heardAt: at - 500 });
+
 /** What a mode makes of readings, a second apart. */
 function after(mode: Mode, ...readings: (typeof flat)[]): Capture {
   return readings.reduce<Capture>(
-    (before, traces, i) => captured(before, traces, trigger, 1000 * (i + 1)),
+    (before, traces, i) => captured(before, traces, trigger, whenOf(1000 * (i + 1))),
     { ...nothingCaptured, mode },
   );
 }
@@ -30,7 +33,7 @@ describe("a screen that runs", () => {
   });
 
   it("knows since when nothing new came", () => {
-    expect(after("run", flat, pulse, pulse, pulse)).toMatchObject({ changedAt: 2000, shownAt: 4000 });
+    expect(after("run", flat, pulse, pulse, pulse)).toMatchObject({ changedAt: 1500, shownAt: 4000 });
   });
 
   it("keeps the first five waveforms of each channel for its scale, until it fits what is shown", () => {
@@ -73,14 +76,14 @@ describe("a single shot", () => {
 
   it("waits for a new one, not for that which is there already", () => {
     const waiting: Capture = { ...after("run", pulse), mode: "single" };
-    const again = captured(waiting, [analogOf(0, 1, 2, 90)], trigger, 9000);
+    const again = captured(waiting, [analogOf(0, 1, 2, 90)], trigger, whenOf(9000));
     expect(again).toMatchObject({ mode: "single", shownAt: 1000 });
-    expect(captured(again, other, trigger, 9500)).toMatchObject({ mode: "frozen", shown: other });
+    expect(captured(again, other, trigger, whenOf(9500))).toMatchObject({ mode: "frozen", shown: other });
   });
 });
 
 it("keeps what is frozen", () => {
-  expect(captured({ ...after("run", flat), mode: "frozen" }, pulse, trigger, 5000)).toMatchObject({ shown: flat });
+  expect(captured({ ...after("run", flat), mode: "frozen" }, pulse, trigger, whenOf(5000))).toMatchObject({ shown: flat });
 });
 
 describe("a crossing", () => {

@@ -17,23 +17,23 @@ const none: FitReading = { fit: null, fault: null, counts: null };
 /** Fits the region of these counts, at once and then at most once a second. */
 export function useFit(counts: ArrayLike<number> | null, range: Range | null, key: string): FitReading {
   const [reading, setReading] = useState(none);
-  const last = useRef({ key: "", at: 0 });
+  const last = useRef({ key: "", at: -Infinity });
   useEffect(() => {
     if (last.current.key !== key) {
-      last.current = { key, at: 0 };
+      last.current = { key, at: -Infinity };
       setReading(none);
     }
     if (counts === null || range === null) {
       return;
     }
     const timer = setTimeout(() => {
-      last.current.at = Date.now();
+      last.current.at = performance.now();
       void fitted(counts, range).then((next) => {
         if (last.current.key === key) {
           setReading(next);
         }
       });
-    }, Math.max(0, last.current.at + intervalMs - Date.now()));
+    }, Math.max(0, last.current.at + intervalMs - performance.now()));
     return () => clearTimeout(timer);
   }, [counts, key]);
   return last.current.key === key ? reading : none;

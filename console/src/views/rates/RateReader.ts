@@ -7,7 +7,7 @@ export interface KnownRates {
   records: readonly Rates[];
   /** Another number whenever the records are others. */
   version: number;
-  /** When the last of them was first seen, as Date.now() tells. */
+  /** When the last of them was first seen, as performance.now() tells. */
   newestAt: number;
 }
 
@@ -20,7 +20,7 @@ const pauseMs = 3_000;
  */
 export class RateReader {
   private readonly log = new RateLog();
-  private newestAt = Date.now();
+  private newestAt = performance.now();
   /** When all records up to then were known; nothing at first. */
   private completeAt = -Infinity;
 
@@ -31,7 +31,7 @@ export class RateReader {
 
   async read(isHidden: boolean): Promise<KnownRates> {
     const before = this.newest;
-    const isPaused = Date.now() - this.completeAt > pauseMs;
+    const isPaused = performance.now() - this.completeAt > pauseMs;
     if (isPaused && (!isHidden || this.log.records.length === 0)) {
       this.log.fill(await getRateHistory(this.server, this.path));
     }
@@ -39,7 +39,7 @@ export class RateReader {
     if (latest !== null) {
       this.log.add(latest);
     }
-    const now = Date.now();
+    const now = performance.now();
     this.completeAt = isHidden ? this.completeAt : now;
     this.newestAt = this.newest === before ? this.newestAt : now;
     return { records: this.log.records, version: this.log.version, newestAt: this.newestAt };

@@ -2,7 +2,7 @@ import "./rates.css";
 import { useMemo } from "preact/hooks";
 import { channelsOfAddress, formatChannels, toggled } from "../../analysis/channels";
 import { parameter, setParameter } from "../../app/route";
-import { now, server } from "../../app/state";
+import { clock, server } from "../../app/state";
 import { usePolled } from "../../app/usePolled";
 import type { Block } from "../../model/blocks";
 import { chosenBlock, NoBlock } from "../common/BlockChooser";
@@ -80,7 +80,7 @@ const silenceMs = 5_000;
 /** Answers go on though no record comes: rates that stand still must not look alive. */
 function Silence(props: { known: KnownRates | null }): preact.JSX.Element | null {
   const { known } = props;
-  const age = now.value - (known?.newestAt ?? now.value);
+  const age = clock.value - (known?.newestAt ?? clock.value);
   if (known === null || age < silenceMs) {
     return null;
   }

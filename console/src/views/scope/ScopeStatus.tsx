@@ -1,5 +1,5 @@
 import { timeOfDay } from "../../base/format";
-import { now } from "../../app/state";
+import { clock } from "../../app/state";
 import { Freshness } from "../common/Freshness";
 import type { Mode } from "./capture";
 import { areAllZero } from "./traces";
@@ -71,7 +71,7 @@ function Waiting(props: { scope: Scope }): preact.JSX.Element | null {
       </p>
     );
   }
-  const age = now.value - changedAt;
+  const age = clock.value - changedAt;
   if (age > silenceMs) {
     const text = `No new waveform for ${Math.round(age / 1000)} s.`;
     return <p class="alarm" role="alert" data-test="scope-silence">{text}</p>;

@@ -1,3 +1,4 @@
+import type { Reading } from "../../server/poll";
 import type { Trace } from "../../server/scope";
 import { type FirstTraces, onlyThese, sameTraces, withFirst } from "./traces";
 import { crossingIn, type Trigger } from "./trigger";
@@ -15,7 +16,7 @@ export interface Capture {
   crossing: number;
   /** What the scale fits and the trigger's level is proposed from: the first that were read since the last fit. */
   first: FirstTraces;
-  /** The last that was read, shown or not, and when it last differed from the one before. */
+  /** The last that was read, shown or not; and when it last differed from the one before, as performance.now() tells. */
   latest: readonly Trace[] | null;
   changedAt: number;
 }
@@ -30,10 +31,13 @@ export const nothingCaptured: Capture = {
   changedAt: 0,
 };
 
-/** With traces that were read at this time. A waveform that is read again triggers only once. */
-export function captured(before: Capture, traces: readonly Trace[], trigger: Trigger, at: number): Capture {
+/** When traces came: as Date.now() and as performance.now() tell. */
+export type When = Pick<Reading<unknown>, "at" | "heardAt">;
+
+/** With traces that were read then. A waveform that is read again triggers only once. */
+export function captured(before: Capture, traces: readonly Trace[], trigger: Trigger, when: When): Capture {
   const isNew = before.latest === null || !sameTraces(before.latest, traces);
-  const changedAt = isNew ? at : before.changedAt;
+  const changedAt = isNew ? when.heardAt : before.changedAt;
   const first = isNew ? withFirst(before.first, traces) : before.first;
   const read = { ...before, latest: traces, changedAt, first };
   const crossing = crossingIn(traces, trigger);
@@ -45,7 +49,7 @@ export function captured(before: Capture, traces: readonly Trace[], trigger: Tri
     ...read,
     mode: before.mode === "single" ? "frozen" : before.mode,
     shown: traces,
-    shownAt: at,
+    shownAt: when.at,
     crossing,
   };
 }

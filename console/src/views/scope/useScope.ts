@@ -7,7 +7,7 @@ import { type Block, sizeOf } from "../../model/blocks";
 import type { Reading } from "../../server/poll";
 import { getTraces, type ScopeShape, type Trace } from "../../server/scope";
 import { useKept } from "../common/useKept";
-import { type Capture, captured, type Mode, nothingCaptured, refitted } from "./capture";
+import { type Capture, captured, type Mode, nothingCaptured, refitted, type When } from "./capture";
 import type { View } from "./layout";
 import { nsOf } from "./timeAxis";
 import { usualEnvelope } from "./traces";
@@ -56,8 +56,8 @@ export function useScope(block: Block): Scope {
   const [triggerText, keepTrigger] = useKept("trig");
   const [capture, setCapture] = useState(nothingCaptured);
   const trigger = parseTrigger(triggerText) ?? proposedTrigger(String(channels[0] ?? 0), capture.first);
-  const reading = useReading(block, shape, channels, capture.mode, (traces, at) => {
-    setCapture((before) => captured(before, traces, trigger, at));
+  const reading = useReading(block, shape, channels, capture.mode, (traces, when) => {
+    setCapture((before) => captured(before, traces, trigger, when));
   });
   const [nsText, setNs] = useKept("ns");
   const [stack, keepStack] = useKept("stack");
@@ -95,7 +95,7 @@ function useReading(
   shape: ScopeShape,
   channels: readonly number[],
   mode: Mode,
-  onTraces: (traces: readonly Trace[], at: number) => void,
+  onTraces: (traces: readonly Trace[], when: When) => void,
 ): Reading<readonly Trace[]> {
   const isAsking = mode !== "frozen" && channels.length > 0;
   const reading = usePolled(
@@ -104,9 +104,9 @@ function useReading(
     [block.name, channels.join(), JSON.stringify(shape), isAsking],
   );
   useEffect(() => {
-    const { value, at } = reading;
+    const { value } = reading;
     if (value !== null) {
-      onTraces(value, at);
+      onTraces(value, reading);
     }
   }, [reading]);
   return reading;
