@@ -14,7 +14,7 @@ interface Source {
   endpoint: string;
 }
 
-/** Whether data flow, source by source, in the order of their boards. */
+/** Whether data flow, source by source, in the order of the account. */
 export function SourcesPanel(): preact.JSX.Element {
   const reading = account.value;
   const sources = reading.value === null ? [] : sourcesOf(reading.value.ledger, reading.value.flows);
