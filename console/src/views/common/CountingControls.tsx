@@ -8,7 +8,7 @@ import { useAction } from "./useAction";
 
 interface CountingProps {
   paths: readonly string[];
-  /** Not of what counts whatever its state is. */
+  /** Not of what counts always: there is nothing to start and stop. */
   hasState?: boolean;
 }
 
@@ -18,13 +18,14 @@ export function CountingControls({ paths, hasState = true }: CountingProps): pre
   const [isAsking, setAsking] = useState(false);
   const key = paths.join("\n");
   const status = usePolled(
-    paths.length === 0 ? null : () => Promise.all(paths.map((path) => isCounting(server, path))),
+    paths.length === 0 || !hasState ? null : () => Promise.all(paths.map((path) => isCounting(server, path))),
     1_000,
     [key],
   );
   const isIdle = !action.isRunning && paths.length > 0 && !isAway.value;
   const forAll = (what: (path: string) => Promise<void>): void =>
     action.run(async () => void (await Promise.all(paths.map(what))));
+  const count = (on: boolean): void => forAll((path) => setCounting(server, path, on));
   const reset = (): void => {
     setAsking(false);
     forAll((path) => resetCounts(server, path));
@@ -33,14 +34,16 @@ export function CountingControls({ paths, hasState = true }: CountingProps): pre
   return (
     <div class="row" aria-busy={action.isRunning} title={isAway.value ? awayText : undefined}>
       {hasState && (
-        <Counting states={status.fault === null && !isAway.value ? status.value : null} fault={status.fault} />
+        <>
+          <Counting states={status.fault === null && !isAway.value ? status.value : null} fault={status.fault} />
+          <button type="button" disabled={!isIdle} onClick={() => count(true)}>
+            Start
+          </button>
+          <button type="button" disabled={!isIdle} onClick={() => count(false)}>
+            Stop
+          </button>
+        </>
       )}
-      <button type="button" disabled={!isIdle} onClick={() => forAll((path) => setCounting(server, path, true))}>
-        Start
-      </button>
-      <button type="button" disabled={!isIdle} onClick={() => forAll((path) => setCounting(server, path, false))}>
-        Stop
-      </button>
       <button type="button" class="danger" disabled={!isIdle} onClick={() => setAsking(true)}>
         Reset
       </button>

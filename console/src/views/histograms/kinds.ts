@@ -36,7 +36,7 @@ export const times: HistogramKind = {
   quantity: "Time",
   units: ["ns", "µs", "ms", "s"],
   howToConfigure: "behind a source or a tee",
-  countingNote: "Times are counted always, stopped or not.",
+  countingNote: "Times are counted always.",
   ownCalibration: (block, unitNs) => {
     const binning = binningOf(block);
     if (binning === null) {
