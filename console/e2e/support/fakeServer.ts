@@ -3,22 +3,32 @@ import type { Page, WebSocketRoute } from "playwright-core";
 /** The answer to a query; undefined leaves it unanswered. */
 export type Answers = (query: Query, route: string) => string | undefined | Promise<string>;
 
-interface Query {
+export interface Query {
   cmd?: string;
   path?: string;
+  args?: { cmd?: string }[];
 }
 
-/** Answers the page in the server's place. To be called before the page is opened. */
-export async function fakeServer(page: Page, answers: Answers): Promise<void> {
-  await page.routeWebSocket(/\/socket\//, (socket) => answerInOrder(socket, answers));
+/**
+ * Answers the page in the server's place. To be called before the page is opened. `hear` gets each query as it comes,
+ * which may be long before its turn.
+ */
+export async function fakeServer(
+  page: Page,
+  answers: Answers,
+  hear: (query: Query) => void = () => undefined,
+): Promise<void> {
+  await page.routeWebSocket(/\/socket\//, (socket) => answerInOrder(socket, answers, hear));
 }
 
-function answerInOrder(socket: WebSocketRoute, answers: Answers): void {
+function answerInOrder(socket: WebSocketRoute, answers: Answers, hear: (query: Query) => void): void {
   const route = decodeURIComponent(new URL(socket.url()).pathname.replace(/^.*\/socket\//, ""));
   let turn = Promise.resolve();
   socket.onMessage((text) => {
+    const query = JSON.parse(String(text)) as Query;
+    hear(query);
     turn = turn.then(async () => {
-      const answer = await answers(JSON.parse(String(text)) as object, route);
+      const answer = await answers(query, route);
       if (answer !== undefined) {
         socket.send(answer);
       }

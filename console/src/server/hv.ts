@@ -38,13 +38,12 @@ export async function getReadOnlyNames(server: Answerer, path: string): Promise<
 
 /**
  * Switches the board's high voltage. The block's answer is empty, as that of no block would be: that it is there
- * shows only by reading its values, which come back.
+ * shows only in the values that are read later. They aren't waited for, as they take a board's time.
  */
-export async function switchBoard(server: Answerer, path: string, on: boolean): Promise<BoardAnswer> {
+export async function switchBoard(server: Answerer, path: string, on: boolean): Promise<void> {
   const answer = await order(server, byPath, { path, args: [{ cmd: on ? "hv_global_on" : "hv_global_off" }] });
   if (answer !== "") {
     const said = answer.slice(0, 80);
     throw new BadAnswer(`${path} answers ${said} where nothing should be: it may not have switched.`);
   }
-  return getBoardValues(server, path, "all");
 }

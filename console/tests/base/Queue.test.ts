@@ -25,6 +25,20 @@ describe("A queue", () => {
     expect(queue.isBusy).toBe(false);
   });
 
+  it("is passed by what can't wait, and is busy with it too", async () => {
+    const queue = new Queue();
+    let end = (): void => undefined;
+    const slow = queue.add(() => new Promise((done) => (end = done)));
+    let isDone = false;
+    await queue.pass(async () => void (isDone = true));
+    expect(isDone).toBe(true);
+    expect(queue.isBusy).toBe(true);
+    end();
+    await slow;
+    await expect(queue.pass(() => Promise.reject(new Error("no")))).rejects.toThrow("no");
+    expect(queue.isBusy).toBe(false);
+  });
+
   it("goes on behind what failed, and tells it", async () => {
     const queue = new Queue();
     const failing = queue.add(() => Promise.reject(new Error("no")));

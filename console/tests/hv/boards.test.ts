@@ -3,7 +3,7 @@ import { getBoardValues, getReadOnlyNames, switchBoard } from "../../src/server/
 import { Unreachable } from "../../src/server/RouteSocket";
 import type { Answerer } from "../../src/server/Server";
 import { boardsOf, readBoards } from "../../src/views/hv/boards";
-import { consequencesOf, titleOf } from "../../src/views/hv/order";
+import { consequencesOf, failureOf, titleOf } from "../../src/views/hv/order";
 
 /** Answers by path and command, and notes what it was asked. */
 class FakeServer implements Answerer {
@@ -49,14 +49,14 @@ describe("a board's values", () => {
 });
 
 describe("switching a board", () => {
-  it("reads back what followed", async () => {
-    const server = new FakeServer({ [`${path} all`]: '{"response":"ok","HVState":[ramp_up]}' });
-    expect((await switchBoard(server, path, true)).values[0]?.values).toEqual(["ramp_up"]);
-    expect(server.asked[0]?.query).toEqual({ path, args: [{ cmd: "hv_global_on" }] });
-  });
-
-  it("fails where nothing answers then", async () => {
-    await expect(switchBoard(new FakeServer({}), path, false)).rejects.toThrow("No block answers");
+  it("ends with its answer, and reads nothing behind it", async () => {
+    const server = new FakeServer({});
+    await switchBoard(server, path, true);
+    await switchBoard(server, path, false);
+    expect(server.asked.map(({ query }) => query)).toEqual([
+      { path, args: [{ cmd: "hv_global_on" }] },
+      { path, args: [{ cmd: "hv_global_off" }] },
+    ]);
   });
 
   it("fails with what a block says where it should say nothing", async () => {
@@ -101,5 +101,6 @@ describe("boards", () => {
     const one = { on: false, boards: boards.slice(1), isForAll: false };
     expect(titleOf(one)).toBe("Switch the high voltage of B2 off?");
     expect(consequencesOf(one)).toContain("The channels of B2 go down to 0 V.");
+    expect(failureOf(one, "no answer.")).toBe("“off” for B2: no answer.");
   });
 });

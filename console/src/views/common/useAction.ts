@@ -5,9 +5,11 @@ import { faultOf } from "../../server/poll";
 export interface Action {
   /** Runs it, behind those that were begun before: nothing that is pressed is lost. */
   run: (what: () => Promise<void>) => void;
+  /** Runs it at once, beside what runs already. */
+  runNow: (what: () => Promise<void>) => void;
   /** What must not be pressed twice is disabled meanwhile. */
   isRunning: boolean;
-  /** Why the last one failed; null when it didn't. */
+  /** Why the last one failed, and what ran beside it; null when none did. */
   fault: string | null;
 }
 
@@ -16,13 +18,21 @@ export function useAction(): Action {
   const [isRunning, setRunning] = useState(false);
   const [fault, setFault] = useState<string | null>(null);
   const queue = useRef(new Queue()).current;
-  const run = (what: () => Promise<void>): void => {
+  const follow = (done: Promise<void>): void => {
     setRunning(true);
     setFault(null);
-    queue
-      .add(what)
-      .catch((error: unknown) => setFault(faultOf(error)))
+    done
+      .catch((error: unknown) => setFault((other) => joined(other, faultOf(error))))
       .finally(() => setRunning(queue.isBusy));
   };
-  return { run, isRunning, fault };
+  return {
+    run: (what) => follow(queue.add(what)),
+    runNow: (what) => follow(queue.pass(what)),
+    isRunning,
+    fault,
+  };
+}
+
+function joined(text: string | null, more: string): string {
+  return text === null ? more : `${text} ${more}`;
 }

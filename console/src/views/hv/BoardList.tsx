@@ -7,7 +7,8 @@ export interface BoardListProps {
   chosen: string;
   onChoose: (path: string) => void;
   propose: (order: Order) => void;
-  disabled: boolean;
+  /** "Off" can be pressed at any time. */
+  isOnDisabled: boolean;
 }
 
 /** The state of every board at a glance, with what switches it. */
@@ -31,7 +32,7 @@ export function BoardList(props: BoardListProps): preact.JSX.Element {
 }
 
 function BoardRow(props: BoardListProps & { reading: BoardReading }): preact.JSX.Element {
-  const { reading, chosen, onChoose, propose, disabled } = props;
+  const { reading, chosen, onChoose, propose, isOnDisabled } = props;
   const { board } = reading;
   const order = (on: boolean) => () => propose({ on, boards: [board], isForAll: false });
   return (
@@ -46,8 +47,8 @@ function BoardRow(props: BoardListProps & { reading: BoardReading }): preact.JSX
       </td>
       <td>
         <div class="row">
-          <SwitchButton name={board.name} on={true} disabled={disabled} onClick={order(true)} />
-          <SwitchButton name={board.name} on={false} disabled={disabled} onClick={order(false)} />
+          <SwitchButton name={board.name} on={true} disabled={isOnDisabled} onClick={order(true)} />
+          <SwitchButton name={board.name} on={false} disabled={false} onClick={order(false)} />
         </div>
       </td>
     </tr>

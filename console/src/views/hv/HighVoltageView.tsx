@@ -53,7 +53,7 @@ function Boards(props: { boards: readonly Board[] }): preact.JSX.Element {
           chosen={chosen.path}
           onChoose={(path) => setParameter("board", path)}
           propose={switching.propose}
-          disabled={switching.action.isRunning}
+          isOnDisabled={switching.action.isRunning}
         />
         <ForAll boards={boards} switching={switching} />
         <Freshness reading={reading} intervalMs={valuesMs} />
@@ -95,7 +95,7 @@ function ForAll(props: { boards: readonly Board[]; switching: Switching }): prea
       <button type="button" class="danger" disabled={isRunning} onClick={order(true)} data-test="hv-all-on">
         All on …
       </button>
-      <button type="button" disabled={isRunning} onClick={order(false)} data-test="hv-all-off">
+      <button type="button" onClick={order(false)} data-test="hv-all-off">
         All off …
       </button>
       {isRunning && <span class="faint">Switching …</span>}

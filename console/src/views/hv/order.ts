@@ -24,7 +24,16 @@ export function consequencesOf(order: Order): string {
 
 /** What is said when it was sent, at a time of day. */
 export function reportOf(order: Order, time: string): string {
-  return `“${order.on ? "on" : "off"}” was sent to ${namesOf(order)} at ${time}: the values show what followed.`;
+  return `${callOf(order)} was sent to ${namesOf(order)} at ${time}: the values show what followed.`;
+}
+
+/** What is said when it failed: another may be under way, so it is named. */
+export function failureOf(order: Order, fault: string): string {
+  return `${callOf(order)} for ${namesOf(order)}: ${fault}`;
+}
+
+function callOf(order: Order): string {
+  return `“${order.on ? "on" : "off"}”`;
 }
 
 function namesOf(order: Order): string {

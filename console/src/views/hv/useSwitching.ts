@@ -1,10 +1,11 @@
-import { useState } from "preact/hooks";
+import { useRef, useState } from "preact/hooks";
 import { timeOfDay } from "../../base/format";
 import { server } from "../../app/state";
 import { switchBoard } from "../../server/hv";
+import { faultOf } from "../../server/poll";
 import { sendRunCommand } from "../../server/runControl";
 import { type Action, useAction } from "../common/useAction";
-import { type Order, reportOf } from "./order";
+import { failureOf, type Order, reportOf } from "./order";
 
 export interface Switching {
   action: Action;
@@ -20,23 +21,32 @@ export function useSwitching(): Switching {
   const action = useAction();
   const [pending, propose] = useState<Order | null>(null);
   const [done, setDone] = useState<string | null>(null);
+  const last = useRef<Order | null>(null);
+  const begin = async (order: Order): Promise<void> => {
+    last.current = order;
+    await carryOut(order);
+    if (last.current === order) {
+      setDone(reportOf(order, timeOfDay(Date.now())));
+    }
+  };
   const confirm = (): void => {
     const order = pending;
     propose(null);
     setDone(null);
     if (order !== null) {
-      action.run(async () => {
-        await carryOut(order);
-        setDone(reportOf(order, timeOfDay(Date.now())));
-      });
+      // "Off" waits for nothing: it may be what takes back the "on" that still runs.
+      (order.on ? action.run : action.runNow)(() => begin(order));
     }
   };
   return { action, pending, propose, confirm, done };
 }
 
 async function carryOut(order: Order): Promise<void> {
-  if (order.isForAll) {
-    return sendRunCommand(server, order.on ? "hv_on" : "hv_off");
+  try {
+    await (order.isForAll
+      ? sendRunCommand(server, order.on ? "hv_on" : "hv_off")
+      : Promise.all(order.boards.map((board) => switchBoard(server, board.path, order.on))));
+  } catch (error) {
+    throw new Error(failureOf(order, faultOf(error)));
   }
-  await Promise.all(order.boards.map((board) => switchBoard(server, board.path, order.on)));
 }
