@@ -12,10 +12,13 @@ describe("a board's high voltage at a glance", () => {
   });
 
   it.each([
-    ["on", ["on", "ON", "1", "true"]],
-    ["off", ["off", "Off", "0", "false"]],
+    ["on", ["on", "ON", "enabled", "true"]],
+    ["off", ["off", "Off", "disabled", "false"]],
     ["partly", ["on", "off"]],
-    ["partly", ["off", "off", "1"]],
+    ["partly", ["off", "off", "enabled"]],
+    ["unknown", ["0", "0"]],
+    ["unknown", ["1", "1"]],
+    ["unknown", ["off", "0"]],
     ["changing", ["ramp_up", "ramp_up"]],
     ["changing", ["on", "RampDown", "off"]],
     ["changing", ["up", "down"]],
@@ -26,6 +29,32 @@ describe("a board's high voltage at a glance", () => {
     ["unknown", ["800.0", "800.0"]],
   ])("is %s of %j", (power, words) => {
     expect(summaryOf([list("State", ...words)]).power).toBe(power);
+  });
+
+  it("is never off while a voltage is measured, of whatever sign and at however few channels", () => {
+    const off = list("HVState", "off", "off");
+    const powerWith = (...more: BoardValue[]): string => summaryOf([off, ...more]).power;
+    expect(powerWith(list("VMon", "0.2", "800.0"))).toBe("unknown");
+    expect(powerWith(list("HVVoltage", "-800.0", ""))).toBe("unknown");
+    expect(powerWith(single("vmon", "36"))).toBe("unknown");
+    expect(powerWith(list("VMon", "0.2", "-0.4"))).toBe("off");
+    expect(powerWith(list("VMon", "", "n/a"))).toBe("off");
+  });
+
+  it("is off whatever the set points are", () => {
+    const setPoints = ["VoltageSet", "SetVoltage", "HVVoltageMax", "VoltageLimit", "TargetVoltage"];
+    const values = [list("HVState", "off"), ...setPoints.map((name) => list(name, "800.0"))];
+    expect(summaryOf(values)).toEqual({ power: "off", text: "HVState off" });
+  });
+
+  it("isn't that of alarms: 0 of them says nothing, and states with hv in their names go before", () => {
+    expect(summaryOf([list("AlarmStatus", "0", "0"), list("VMon", "800", "800")]).power).toBe("unknown");
+    expect(summaryOf([list("AlarmStatus", "0", "0"), list("VMon", "0.1", "0.1")]).power).toBe("unknown");
+    expect(summaryOf([list("AlarmStatus", "0", "0"), list("HVState", "on", "on")])).toEqual({
+      power: "on",
+      text: "AlarmStatus 2 × 0; HVState 2 × on",
+    });
+    expect(summaryOf([single("AlarmState", "off"), list("hvState", "on", "on")]).power).toBe("on");
   });
 
   it("is said in words, with a mark of its own for each", () => {

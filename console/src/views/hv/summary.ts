@@ -18,24 +18,33 @@ export const powerWords: Record<Power, string> = {
   unknown: "? unknown",
 };
 
-const onWords = /^(on|1|true|enabled)$/i;
-const offWords = /^(off|0|false|disabled)$/i;
+// No 1 and 0: what a number means, and whether of this at all, differs from board to board.
+const onWords = /^(on|true|enabled)$/i;
+const offWords = /^(off|false|disabled)$/i;
 const changingWords = /ramp|rising|falling|chang|^(up|down)$/i;
 const isState = /state|status/i;
 const isVoltage = /vmon|voltage/i;
+const isSetPoint = /set|max|min|lim|target/i;
+
+/** What is still measured at channels that are off is less, in V. */
+const mostWhenOff = 5;
 
 /**
  * What the names of a board's parameters let one see: those with "state" or "status" in them tell whether it is
- * on, those with "voltage" or "vmon" how high it is.
+ * on, those with "voltage" or "vmon" how high it is. Only those of them with "hv" count where there are any, as
+ * alarms have a state too. Nothing is "off" while a voltage says otherwise.
  */
 export function summaryOf(values: readonly BoardValue[]): Summary {
   const states = values.filter(({ name }) => isState.test(name));
-  const voltages = values.filter(({ name }) => isVoltage.test(name));
+  const voltages = values.filter(({ name }) => isVoltage.test(name) && !isSetPoint.test(name));
   const texts = [
     ...states.map(({ name, values: words }) => `${name} ${counted(words)}`),
     ...voltages.map(({ name, values: volts }) => `${name} ${rangeOf(volts)}`),
   ];
-  return { power: powerOf(states.flatMap((state) => state.values)), text: texts.join("; ") };
+  const ofHv = states.filter(({ name }) => /hv/i.test(name));
+  const power = powerOf((ofHv.length > 0 ? ofHv : states).flatMap((state) => state.values));
+  const isLive = voltages.some(({ values: volts }) => volts.some((text) => Math.abs(Number(text)) > mostWhenOff));
+  return { power: power === "off" && isLive ? "unknown" : power, text: texts.join("; ") };
 }
 
 function powerOfChannel(word: string): Power {
