@@ -107,6 +107,27 @@ for (const [what, on, off, done] of [
   });
 }
 
+test("nothing is marked as writable when it can't be read what is", async ({ site, page }) => {
+  const others = chainAnswers([], () => 0);
+  await fakeServer(page, (query, route) => {
+    if (query.cmd === "get_blocks") {
+      const board = { type: "hv", name: "hv1", path: "Hardware/LEFT", links: [], outputs: 0 };
+      return JSON.stringify({ blocks: [board] });
+    }
+    if (route !== "query_by_json") {
+      return others(query, route);
+    }
+    const isAll = JSON.stringify(query).includes('"all"');
+    return isAll ? '{"response":"ok","HVState":[off,off],"HVSet":[800,800]}' : "nonsense";
+  });
+  await page.goto(`${site.url}#/hv`);
+  const panel = page.locator("[data-test=hv-values]");
+  await expect.poll(() => panel.locator(".warn").allInnerTexts()).toEqual([
+    expect.stringContaining("Which values are read-only isn't known. What Hardware/LEFT answers"),
+  ]);
+  expect((await columns(page)).map(({ name, access }) => [name, access])).toEqual([["HVState", ""], ["HVSet", ""]]);
+});
+
 test("all boards are named before they are switched, and one order reaches all", async ({ site, page }) => {
   const boards = chainAnswers([], () => 0);
   const block = (name: string): object => ({ type: "hv", name, path: `Hardware/${name}`, links: [], outputs: 0 });

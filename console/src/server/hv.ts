@@ -31,9 +31,13 @@ function reasonOf(answer: string): string {
   return /"reason"\s*:\s*"([^"]{1,100})/.exec(answer)?.[1] ?? "no reason given";
 }
 
-/** The names of the parameters that can't be written. */
+/** The names of the parameters that can't be written. A name that is missed would be taken for a writable one. */
 export async function getReadOnlyNames(server: Answerer, path: string): Promise<ReadonlySet<string>> {
-  return new Set((await getBoardValues(server, path, "read_only")).values.map((value) => value.name));
+  const { values, complaints } = await getBoardValues(server, path, "read_only");
+  if (complaints[0] !== undefined) {
+    throw new BadAnswer(`What ${path} answers can't be read whole. ${complaints[0]}`);
+  }
+  return new Set(values.map((value) => value.name));
 }
 
 /**

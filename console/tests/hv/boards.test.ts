@@ -46,6 +46,16 @@ describe("a board's values", () => {
     const server = new FakeServer({ [`${path} read_only`]: '{"data":[{"HVState":[off],{"Temperature":36.6}]}' });
     expect(await getReadOnlyNames(server, path)).toEqual(new Set(["HVState", "Temperature"]));
   });
+
+  it("tell nothing of what can be written when the answer can't be read whole", async () => {
+    const cut = '{"data":[{"HVState":[off],{"Temperature":36.6}';
+    for (const answer of ["nonsense", cut, '{"data":[{"a":[1,2},{"b":5}]}']) {
+      const server = new FakeServer({ [`${path} read_only`]: answer });
+      await expect(getReadOnlyNames(server, path)).rejects.toThrow("What Hardware/B1 answers can't be read whole");
+    }
+    const none = new FakeServer({ [`${path} read_only`]: '{"data":[]}' });
+    expect(await getReadOnlyNames(none, path)).toEqual(new Set());
+  });
 });
 
 describe("switching a board", () => {
