@@ -76,6 +76,35 @@ test("a run whose folder exists is refused by its id, with what to do", async ({
   expect(await status(page)).toBe("stopped");
 });
 
+test("a run of waves alone is told as one, and can be stopped", async ({ acquisition, site, page }) => {
+  await acquisition.kill();
+  await acquisition.start(({ storage }) => Object.assign(storage, { enable_list: false, enable_mcs: false }));
+  await page.goto(site.url);
+  await begin(page, "waves-alone");
+  const told = expect.stringMatching(/^Events aren't recorded: .*"enable_list" .* scope\w+.*: "Stop run" ends/);
+  await expect.poll(() => texts(page, "run-without-events")).toEqual([told]);
+  const enabled = (what: string): Promise<boolean> => page.locator(`[data-test=${what}]`).isEnabled();
+  expect(await status(page)).toBe("stopped");
+  expect(await enabled("run-start")).toBe(false);
+  await stop(page);
+  await expect.poll(() => texts(page, "run-without-events")).toEqual([]);
+  await expect.poll(() => enabled("run-start")).toBe(true);
+  await expect.poll(() => enabled("run-stop")).toBe(false);
+});
+
+test("a run of which nothing is recorded is told as one", async ({ acquisition, site, page }) => {
+  await acquisition.kill();
+  const none = { enable_list: false, enable_wave: false, enable_mcs: false };
+  await acquisition.start(({ storage }) => Object.assign(storage, none));
+  await page.goto(site.url);
+  await begin(page, "nothing_1");
+  const told = expect.stringMatching(/^Nothing is recorded of run nothing_1: .*"enable_list"/);
+  await expect.poll(() => texts(page, "run-fault")).toEqual([told]);
+  expect(await page.locator("[data-test=run-id-input]").inputValue()).toBe("nothing_2"); // its folder is made
+  await acquisition.kill();
+  await acquisition.start();
+});
+
 test("a run with a long id breaks no line of the page", async ({ acquisition: _, site, page }) => {
   await page.goto(site.url);
   await begin(page, "x".repeat(200));

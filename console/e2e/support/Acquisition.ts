@@ -62,6 +62,6 @@ export class Acquisition {
 
 /** What tests change of it. */
 export interface Configuration {
-  storage: { file_path: string };
+  storage: { file_path: string; enable_list: boolean; enable_wave: boolean; enable_mcs: boolean };
   processing: { filter_chain: { enable: boolean; name: string; chain: { name: string }[] }[] }[];
 }

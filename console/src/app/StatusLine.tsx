@@ -6,7 +6,7 @@ import { account, type Account, runs } from "./state";
 export function StatusLine(): preact.JSX.Element {
   const [run] = runs.value.value ?? [];
   const read = account.value.value;
-  const runText = run?.status === "stopped" ? "no run" : `run ${run?.id} ${run?.status}`;
+  const runText = run?.status === "stopped" ? "no events recorded" : `run ${run?.id} ${run?.status}`;
   return (
     <p class="status" data-test="status">
       {run !== undefined && (

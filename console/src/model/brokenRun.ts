@@ -1,8 +1,5 @@
 import type { RunInfo } from "../server/runControl";
-
-export function isOn(run: RunInfo): boolean {
-  return run.status === "recording" || run.status === "paused";
-}
+import { isOn } from "./runState";
 
 /**
  * The id of a run that ended with its server, by what two answers in a row say; null when there is none. A run

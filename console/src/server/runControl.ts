@@ -4,7 +4,7 @@ import { type Answerer, order } from "./Server";
 
 // What is asked of run control, the block "commands".
 
-const commands = "commands";
+export const commands = "commands";
 
 export type RunCommand = "stop_dump" | "pause_dump" | "restart_dump" | "reset" | "hv_on" | "hv_off";
 
@@ -22,26 +22,6 @@ export async function resumeRun(server: Answerer): Promise<void> {
     );
   }
   await sendRunCommand(server, "restart_dump");
-}
-
-/** The run's folder is there already. */
-export class FolderExists extends BadAnswer {}
-
-/** Refused while a run is recorded, in whose files this one would go on. */
-export async function startRun(server: Answerer, runId: string): Promise<void> {
-  const recorded = (await getRunInfo(server)).find(({ status }) => status === "recording" || status === "paused");
-  if (recorded !== undefined) {
-    throw new BadAnswer(`Run ${recorded.id} is ${recorded.status}: stop it before you start another.`);
-  }
-  const answer = parseJson(await order(server, commands, { cmd: "start_dump", run_id: runId }), "run control");
-  try {
-    expectDone(answer, "run control");
-  } catch (error) {
-    if (error instanceof BadAnswer && error.message === "Existing Folder") {
-      throw new FolderExists(`There is a folder of run ${runId} already ("Existing Folder"): choose another id.`);
-    }
-    throw error instanceof BadAnswer ? new BadAnswer(`Run ${runId} wasn't started: ${error.message}`) : error;
-  }
 }
 
 export async function askCommands(server: Answerer, cmd: string): Promise<JsonObject> {
@@ -87,12 +67,17 @@ function withQuotedIds(text: string): string {
 
 const statuses: readonly RunStatus[] = ["stopped", "recording", "paused"];
 
+/** The server tells it as a number. */
+export function statusOf(number: Json | undefined): RunStatus {
+  return (typeof number === "number" ? statuses[number] : undefined) ?? "unknown";
+}
+
 function runInfoOf(entry: Json): RunInfo {
   const values = asObject(entry, "the run");
   const number = (key: string): number => (typeof values[key] === "number" ? (values[key] as number) : NaN);
   return {
     name: String(values["name"] ?? ""),
-    status: statuses[number("status")] ?? "unknown",
+    status: statusOf(values["status"]),
     id: String(values["id"] ?? ""),
     eventRate: number("event_rate"),
     storedEvents: number("stored_events"),

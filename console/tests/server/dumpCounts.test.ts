@@ -14,7 +14,7 @@ describe("What became of a recorder's records", () => {
     const asked: unknown[] = [];
     const server = { ask: async (...question: unknown[]) => (asked.push(question), answer) };
     const counts = await getDumpCounts(server, { type, name: "dumper1", path: "p/d" });
-    expect(counts).toEqual({ recorded: 9, failed: 2, dropped: 3, overwritten: 4 });
+    expect(counts).toEqual({ status: "recording", recorded: 9, failed: 2, dropped: 3, overwritten: 4 });
     expect(asked).toEqual([[route, query]]);
   });
 

@@ -1,5 +1,5 @@
 import { describe, expect, it } from "vitest";
-import { parseRunInfo, resumeRun, sendRunCommand, startRun } from "../../src/server/runControl";
+import { parseRunInfo, resumeRun, sendRunCommand } from "../../src/server/runControl";
 
 const info = (id: string, name = "dumper1"): string =>
   `{"status":1,"name": "${name}","event_rate":12.5,"id":${id},"stored_events":7,` +
@@ -48,12 +48,6 @@ describe("What a dumper says of its run", () => {
 describe("Run control", () => {
   const answering = (text: string): { ask: () => Promise<string> } => ({ ask: () => Promise.resolve(text) });
 
-  it("explains that the folder of a run exists", async () => {
-    await expect(startRun(scripted("[]", '[{"response": "Existing Folder"}]'), "12")).rejects.toThrow(
-      'There is a folder of run 12 already ("Existing Folder"): choose another id.',
-    );
-  });
-
   interface Scripted {
     ask: (route: string, query: object) => Promise<string>;
     asked: object[];
@@ -77,20 +71,7 @@ describe("Run control", () => {
     }
   });
 
-  it("starts no run over one that is recorded or paused", async () => {
-    for (const status of [1, 2]) {
-      const busy = scripted(state(0, status), done);
-      await expect(startRun(busy, "8")).rejects.toThrow(/^Run 7 is (recording|paused): stop it/);
-      expect(busy.asked).toHaveLength(1);
-    }
-    const free = scripted(state(0, 0), done);
-    await startRun(free, "8");
-    expect(free.asked).toEqual([{ cmd: "get_run_info" }, { cmd: "start_dump", run_id: "8" }]);
-  });
-
   it("passes on what else the server says", async () => {
-    const refusing = scripted("[]", '[{"response": "No"}]');
-    await expect(startRun(refusing, "12")).rejects.toThrow("Run 12 wasn't started: No");
     await expect(sendRunCommand(answering(""), "stop_dump")).rejects.toThrow(/No block answers for run control/);
     await expect(sendRunCommand(answering('[{"response": true}]'), "stop_dump")).resolves.toBeUndefined();
   });

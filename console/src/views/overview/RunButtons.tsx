@@ -3,22 +3,21 @@ import { useState } from "preact/hooks";
 import { awayText, isAway } from "../../app/reach";
 import { server } from "../../app/state";
 import { nextRunId, proposeRunId, runIdFault } from "../../model/runId";
-import {
-  FolderExists,
-  resumeRun,
-  type RunInfo,
-  type RunStatus,
-  sendRunCommand,
-  startRun,
-} from "../../server/runControl";
+import { isOn } from "../../model/runState";
+import { resumeRun, type RunInfo, type RunStatus, sendRunCommand } from "../../server/runControl";
+import { IdTaken, startRun } from "../../server/startRun";
 import { Confirm } from "../common/Confirm";
 import { useAction } from "../common/useAction";
+import { knownRecorders } from "./useRecorders";
 
 export interface RunButtonsProps {
   /** The last run, or the current one. */
   last: RunInfo | undefined;
   current: RunInfo | null;
+  /** Of the run of events. */
   status: RunStatus;
+  /** Of all that records, also waves or rates without events. */
+  anyStatus: RunStatus;
   isKnown: boolean;
 }
 
@@ -37,10 +36,10 @@ function proposed(last: RunInfo | undefined): string {
 /** Starts the run; the next one is proposed when this one begins, and when it can't for its id. */
 async function begin(id: string): Promise<void> {
   try {
-    await startRun(server, id);
+    await startRun(server, id, knownRecorders());
     chosenId.value = nextRunId(id);
   } catch (error) {
-    if (error instanceof FolderExists) {
+    if (error instanceof IdTaken) {
       chosenId.value = nextRunId(id);
     }
     throw error;
@@ -49,11 +48,11 @@ async function begin(id: string): Promise<void> {
 
 /** Nothing can be pressed while it isn't known what the run does. */
 export function RunButtons(props: RunButtonsProps): preact.JSX.Element {
-  const { last, current, status, isKnown } = props;
+  const { last, current, status, anyStatus, isKnown } = props;
   const id = chosenId.value ?? proposed(last);
   const action = useAction();
   const [asking, ask] = useState<Asked | null>(null);
-  const isBusy = status === "recording" || status === "paused";
+  const isBusy = isOn({ status: anyStatus });
   const fault = runIdFault(id);
   const isLocked = !isKnown || action.isRunning;
   const submit = (event: Event): void => {
@@ -84,7 +83,7 @@ export function RunButtons(props: RunButtonsProps): preact.JSX.Element {
         >
           Go on
         </Press>
-        <Press what="run-stop" disabled={status === "stopped" || isLocked} onClick={() => ask("stop_dump")}>
+        <Press what="run-stop" disabled={anyStatus === "stopped" || isLocked} onClick={() => ask("stop_dump")}>
           Stop run
         </Press>
         <Press what="reset" isDanger={true} disabled={isBusy || isLocked} onClick={() => ask("reset")}>

@@ -1,11 +1,6 @@
 import { duration, short, whole } from "../../base/format";
-import { isOn } from "../../model/brokenRun";
+import { isOn, wasRun } from "../../model/runState";
 import type { RunInfo } from "../../server/runControl";
-
-/** Whether it recorded a run since its server started. */
-export function wasRun(run: RunInfo): boolean {
-  return isOn(run) || run.storedEvents > 0 || run.runningTime > 0;
-}
 
 /** What a dumper says of its run, or of the last one; whether it still does so isn't always known. */
 export function RunFigures(props: { run: RunInfo; isKnown: boolean }): preact.JSX.Element {

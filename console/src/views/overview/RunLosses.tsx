@@ -1,23 +1,18 @@
 import { useRef } from "preact/hooks";
 import { whole } from "../../base/format";
 import { isAway } from "../../app/reach";
-import { server } from "../../app/state";
-import { usePolled } from "../../app/usePolled";
-import type { Block } from "../../model/blocks";
-import { type DumpCounts, getDumpCounts } from "../../server/dumpCounts";
+import type { DumpCounts } from "../../server/dumpCounts";
+import type { Reading } from "../../server/poll";
 import { Freshness } from "../common/Freshness";
+import { type Recorded, recordersMs } from "./useRecorders";
 
-const intervalMs = 2_000;
 const nowMs = 10_000;
 
 /** What all recorders lost of this run, or of the last one; in red while it becomes more. */
-export function RunLosses(props: { blocks: readonly Block[]; isOver: boolean }): preact.JSX.Element {
-  const { blocks, isOver } = props;
-  const ask = (): Promise<DumpCounts[]> => Promise.all(blocks.map((block) => getDumpCounts(server, block)));
-  const names = blocks.map(({ name }) => name).join("\n");
-  const reading = usePolled(blocks.length === 0 ? null : ask, intervalMs, [names]);
-  const texts = (reading.value ?? []).flatMap((counts, i) => lossText(blocks[i]?.name ?? "", counts));
-  const lost = reading.value?.reduce((sum, counts) => sum + lostOf(counts), 0);
+export function RunLosses(props: { reading: Reading<Recorded[]>; isOver: boolean }): preact.JSX.Element {
+  const { reading, isOver } = props;
+  const texts = (reading.value ?? []).flatMap(({ name, counts }) => lossText(name, counts));
+  const lost = reading.value?.reduce((sum, { counts }) => sum + lostOf(counts), 0);
   const isRising = useRising(lost ?? null, reading.heardAt);
   const tone = texts.length === 0 ? "good" : isRising ? "alarm" : "warn";
   return (
@@ -27,7 +22,7 @@ export function RunLosses(props: { blocks: readonly Block[]; isOver: boolean }):
           {`Lost in ${isOver ? "the last" : "this"} run: ${texts.join("; ") || "nothing"}.`}
         </p>
       )}
-      {reading.fault !== null && !isAway.value && <Freshness reading={reading} intervalMs={intervalMs} />}
+      {reading.fault !== null && !isAway.value && <Freshness reading={reading} intervalMs={recordersMs} />}
     </>
   );
 }

@@ -1,29 +1,31 @@
-import { blocks, runs } from "../../app/state";
+import { runs } from "../../app/state";
 import { isAway, isKnown } from "../../app/reach";
-import { ofType } from "../../model/blocks";
-import { isOn } from "../../model/brokenRun";
-import { recorders } from "../../server/dumpCounts";
-import type { RunInfo, RunStatus } from "../../server/runControl";
+import { isOn, leading, onWithoutEvents, wasRun } from "../../model/runState";
+import type { RunStatus } from "../../server/runControl";
 import { Freshness } from "../common/Freshness";
 import { ResetSpectra } from "./ResetSpectra";
 import { RunButtons } from "./RunButtons";
-import { RunFigures, wasRun } from "./RunFigures";
+import { RunFigures } from "./RunFigures";
 import { RunLosses } from "./RunLosses";
+import { type Recorded, useRecorders } from "./useRecorders";
 
 /** What the run is, and everything that is done with it. */
 export function RunPanel(): preact.JSX.Element {
   const reading = runs.value;
   const all = reading.value ?? [];
   const isCurrent = isKnown(reading) && !isAway.value;
+  const recorders = useRecorders();
+  const others = isKnown(recorders) ? onWithoutEvents(recorders.value ?? []) : null;
+  const isAnyOn = all.some(isOn) || (others ?? []).length > 0;
+  const wasAny = all.some(wasRun) || (recorders.value ?? []).some(({ counts }) => counts.recorded > 0);
   return (
     <section class="panel" aria-label="Run">
       <h2>Run</h2>
       {all.map((run) => (
         <RunFigures run={run} isKnown={isCurrent} key={run.name} />
       ))}
-      {all.some(wasRun) && (
-        <RunLosses blocks={ofType(blocks.value.value ?? [], ...recorders)} isOver={!all.some(isOn)} />
-      )}
+      {(isAnyOn || wasAny) && <RunLosses reading={recorders} isOver={!isAnyOn} />}
+      {isCurrent && !all.some(isOn) && <WithoutEvents recorded={others ?? []} />}
       {reading.value !== null && all.length === 0 && (
         <p class="faint">
           The configuration has no block of type dumper: nothing records events, and the server tells nothing of a
@@ -33,7 +35,8 @@ export function RunPanel(): preact.JSX.Element {
       <RunButtons
         last={all[0]}
         current={all.find(isOn) ?? null}
-        status={commonStatus(all)}
+        status={leading(all)?.status ?? "unknown"}
+        anyStatus={leading([...all, ...statesOf(others)])?.status ?? "unknown"}
         isKnown={isCurrent}
       />
       <ResetSpectra />
@@ -42,8 +45,18 @@ export function RunPanel(): preact.JSX.Element {
   );
 }
 
-/** Of all dumpers; recording as long as one of them is. */
-function commonStatus(all: readonly RunInfo[]): RunStatus {
-  const known: RunStatus[] = ["recording", "paused", "stopped"];
-  return known.find((status) => all.some((run) => run.status === status)) ?? "unknown";
+/** Unknown where they don't tell; a run of events needs no other word. */
+function statesOf(others: readonly Recorded[] | null): { status: RunStatus }[] {
+  return others === null ? [{ status: "unknown" }] : others.map(({ counts }) => counts);
+}
+
+/** A run of waves or rates alone. */
+function WithoutEvents(props: { recorded: readonly Recorded[] }): preact.JSX.Element | null {
+  const names = props.recorded.map(({ name }) => name).join(", ");
+  return names === "" ? null : (
+    <p class="warn" data-test="run-without-events">
+      {`Events aren't recorded: is "enable_list" false in the "storage" of the configuration? Recorded is what ` +
+        `comes to ${names}: "Stop run" ends it.`}
+    </p>
+  );
 }
