@@ -42,9 +42,12 @@ function recordOf(second: number): Counted {
 class FakeRates {
   historiesAsked = 0;
   asked = 0;
+  isBroken = false;
   constructor(
     public now: number,
     private readonly depth = 60,
+    /** Seconds from one answer to the next; with 0 no record comes any more. */
+    public step = 0,
   ) {}
 
   async serve(page: Page): Promise<void> {
@@ -62,7 +65,8 @@ class FakeRates {
     }
     if (source === "immediate") {
       ++this.asked;
-      return JSON.stringify(recordOf(this.now));
+      this.now += this.step;
+      return this.isBroken ? "nonsense" : JSON.stringify(recordOf(this.now));
     }
     ++this.historiesAsked;
     const length = Math.min(this.depth, this.now);
@@ -76,6 +80,7 @@ async function open(page: Page, url: string, rates: FakeRates, query = ""): Prom
   await page.locator("[data-test=rates] tbody tr").first().waitFor();
 }
 
+const verdictOf = (page: Page) => page.locator("[data-test=rates-verdict]");
 const row = (page: Page, channel: number) => page.locator(`[data-test=rate-${channel}]`);
 
 /** Rates are shown with three digits or more. */
@@ -84,14 +89,35 @@ function expectNear(shown: number, rate: number): void {
 }
 
 test("dead, blocked and noisy channels are named, and marked by words in their rows", async ({ site, page }) => {
-  await open(page, site.url, new FakeRates(30));
-  const verdict = page.locator("[data-test=rates-verdict]");
+  await open(page, site.url, new FakeRates(30, 60, 1));
+  const verdict = verdictOf(page);
   await expect.poll(() => verdict.innerText()).toBe("1 dead: C; 1 blocked: G; 1 noisy: F");
   expect(await verdict.getAttribute("class")).toBe("alarm");
   const marks = await page.locator("[data-test=rates] tbody th").allInnerTexts();
   expect(marks.map((text) => text.replace(/\s+/g, " ").trim())).toEqual([
     "A", "B", "C ✕ dead", "D", "E", "F ▲ noisy", "G ⊘ blocked", "H", "T0",
   ]);
+});
+
+test("a verdict on rates that aren't those of now says so", async ({ site, page }) => {
+  const rates = new FakeRates(30, 60, 1);
+  await page.clock.install();
+  await open(page, site.url, rates);
+  const shown = async (): Promise<(string | null)[]> => {
+    const verdict = verdictOf(page);
+    return [await verdict.getAttribute("class"), await verdict.innerText()];
+  };
+  const text = "1 dead: C; 1 blocked: G; 1 noisy: F";
+  await expect.poll(shown).toEqual(["alarm", text]);
+  rates.isBroken = true;
+  await expect.poll(shown).toEqual(["warn", `By the last rates: ${text}`]);
+  rates.isBroken = false;
+  await expect.poll(shown).toEqual(["alarm", text]);
+  rates.step = 0;
+  await page.clock.fastForward(6_000);
+  await expect.poll(shown).toEqual(["warn", `By the last rates: ${text}`]);
+  rates.step = 1;
+  await expect.poll(shown).toEqual(["alarm", text]);
 });
 
 test("the bars and their numbers are the counts between two records", async ({ site, page }) => {

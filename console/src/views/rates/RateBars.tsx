@@ -1,11 +1,14 @@
 import { short } from "../../base/format";
 import { curveColour } from "../../charts/curves";
 import { isDark } from "../../base/theme";
-import { type Judgement, judgementMarks, rule } from "./judgement";
+import { judgementMarks, rule } from "./judgement";
 import { barLength, type RateRow } from "./rateRows";
+import { verdictOf } from "./verdict";
 
 export interface RateBarsProps {
   rows: readonly RateRow[];
+  /** Whether these are the rates of now. */
+  isNow: boolean;
   isLog: boolean;
   /** Channels whose history is shown. */
   chosen: readonly number[];
@@ -14,11 +17,11 @@ export interface RateBarsProps {
 
 /** A row per channel with bars of its rates in and out. */
 export function RateBars(props: RateBarsProps): preact.JSX.Element {
-  const { rows, isLog, chosen, onToggle } = props;
+  const { rows, isNow, isLog, chosen, onToggle } = props;
   const most = rows.reduce((highest, row) => Math.max(highest, row.in || 0, row.out || 0), 0);
   return (
     <>
-      <Verdict rows={rows} />
+      <VerdictLine rows={rows} isNow={isNow} />
       <div class="scroll grow">
         <table class="bars" data-test="rates">
           <thead>
@@ -82,25 +85,15 @@ function Bar(props: { kind: "in" | "out"; length: number }): preact.JSX.Element 
   return <span class={`bar ${props.length > 0 ? props.kind : ""}`} style={{ width: `${100 * props.length}%` }} />;
 }
 
-const kinds: readonly Judgement[] = ["dead", "blocked", "noisy"];
-const mostNames = 8;
-
-function Verdict(props: { rows: readonly RateRow[] }): preact.JSX.Element | null {
-  const { rows } = props;
+function VerdictLine(props: { rows: readonly RateRow[]; isNow: boolean }): preact.JSX.Element | null {
+  const { rows, isNow } = props;
   if (rows.length === 0) {
     return null;
   }
-  const said = kinds.flatMap((kind) => {
-    const found = rows.filter((row) => row.judgement === kind).map((row) => row.name);
-    const more = found.length > mostNames ? ", …" : "";
-    return found.length === 0 ? [] : [`${found.length} ${kind}: ${found.slice(0, mostNames).join(", ")}${more}`];
-  });
-  const nothing = rows.every((row) => !(row.in > 0));
+  const { text, tone } = verdictOf(rows, isNow);
   return (
     <details class="verdict">
-      <summary data-test="rates-verdict" class={said.length > 0 || nothing ? "alarm" : "good"}>
-        {nothing ? "No channel counts." : said.length > 0 ? said.join("; ") : "No dead, blocked or noisy channel."}
-      </summary>
+      <summary data-test="rates-verdict" class={tone}>{text}</summary>
       <p class="faint">{rule}</p>
     </details>
   );

@@ -1,6 +1,7 @@
 import "./rates.css";
 import { useMemo } from "preact/hooks";
 import { channelsOfAddress, formatChannels, toggled } from "../../analysis/channels";
+import { isKnown } from "../../app/reach";
 import { parameter, setParameter } from "../../app/route";
 import { clock, server } from "../../app/state";
 import { usePolled } from "../../app/usePolled";
@@ -48,6 +49,7 @@ function RatesOf({ block }: { block: Block }): preact.JSX.Element {
         <LongerSpan asked={options.seconds} seconds={counted?.seconds ?? 0} isKnown={tick !== null} />
         <RateBars
           rows={rows}
+          isNow={isKnown(reading) && silenceOf(reading.value) < silenceMs}
           isLog={options.isLog}
           chosen={channels}
           onToggle={(channel) => setParameter("ch", formatChannels(toggled(channels, channel)))}
@@ -77,10 +79,15 @@ function LongerSpan(props: {
 
 const silenceMs = 5_000;
 
+/** For how long no record has come, in ms. */
+function silenceOf(known: KnownRates | null): number {
+  return known === null ? 0 : clock.value - known.newestAt;
+}
+
 /** Answers go on though no record comes: rates that stand still must not look alive. */
 function Silence(props: { known: KnownRates | null }): preact.JSX.Element | null {
   const { known } = props;
-  const age = clock.value - (known?.newestAt ?? clock.value);
+  const age = silenceOf(known);
   if (known === null || age < silenceMs) {
     return null;
   }
