@@ -87,17 +87,23 @@ interface Command {
 const shape = { rows: 3, columns: 4 };
 
 /** A server with one map or image; `answer` gives the data of a source. */
-async function serveMap(page: Page, type: string, answer: (source: string) => object): Promise<void> {
+async function serveMap(
+  page: Page,
+  type: string,
+  answer: (source: string) => object,
+  onState: () => void = () => undefined,
+): Promise<void> {
   const chain = chainAnswers([{ type, name: "map0", shape }], () => 0);
   await fakeServer(page, (query, route) => {
     const [command] = (query as { args?: Command[] }).args ?? [];
     if (route !== "query_by_json" || command === undefined) {
       return chain(query, route);
     }
-    const isData = command.cmd === "get_data";
-    return isData
-      ? Promise.resolve(answer(command.source!)).then((data) => JSON.stringify({ data }))
-      : '[{"status":"idle"}]';
+    if (command.cmd === "get_data") {
+      return Promise.resolve(answer(command.source!)).then((data) => JSON.stringify({ data }));
+    }
+    onState();
+    return '[{"status":"idle"}]';
   });
 }
 
@@ -195,6 +201,51 @@ test("a scatter shows every point that was answered, each once", async ({ site, 
   expect(lines).toEqual(["column,share", ...points.flat().map((point) => point.join(","))]);
   await page.locator("[data-test=clear]").click();
   await expect.poll(() => shownNumber(total(page))).toBe(0);
+});
+
+/** A scatter on the page, with three points, whose next answers are given by hand. */
+async function openScatter(page: Page, url: string) {
+  const asked: ((cloud: object) => void)[] = [];
+  let states = 0;
+  await serveMap(page, "position", () => new Promise((answer) => void asked.push(answer)), () => ++states);
+  await page.goto(`${url}#/position?show=scatter`);
+  const give = async (count: number): Promise<void> => {
+    await expect.poll(() => asked.length).toBeGreaterThan(0);
+    asked.shift()!([{ x: Array(count).fill(1) }, { y: Array(count).fill(0.5) }]);
+  };
+  await give(3);
+  await expect.poll(() => shownNumber(total(page))).toBe(3);
+  await expect.poll(() => asked.length).toBe(1);
+  // The block's state is asked for on the same connection, behind what was answered.
+  const heard = async (): Promise<void> => {
+    const before = states;
+    await expect.poll(() => states).toBeGreaterThan(before + 1);
+  };
+  return { asked, give, heard };
+}
+
+test("points that were cleared don't come back with an answer that was under way", async ({ site, page }) => {
+  const { give } = await openScatter(page, site.url);
+  await page.locator("[data-test=clear]").click();
+  await expect.poll(() => shownNumber(total(page))).toBe(0);
+  await give(2);
+  await expect.poll(() => shownNumber(total(page))).not.toBe(0);
+  expect(await shownNumber(total(page))).toBe(2);
+});
+
+test("a frozen scatter stays when an answer comes late, and shows it afterwards", async ({ site, page }) => {
+  const { asked, give, heard } = await openScatter(page, site.url);
+  await page.locator("[data-test=freeze]").click();
+  await page.locator("[data-test=frozen]").waitFor();
+  await give(2);
+  await heard();
+  await page.keyboard.press("l");
+  await expect.poll(() => page.url()).toContain("z=lin");
+  expect(await shownNumber(total(page))).toBe(3);
+  await page.locator("[data-test=freeze]").click();
+  await expect.poll(() => asked.length).toBe(1);
+  await give(4);
+  await expect.poll(() => shownNumber(total(page))).toBe(9);
 });
 
 test("a scatter's count is that of the points in its file", async ({ acquisition: _, site, page }) => {

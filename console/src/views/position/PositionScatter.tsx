@@ -67,18 +67,22 @@ interface Points {
   clear: () => void;
 }
 
-/** Collects what is answered. */
+/** Collects what is answered. An answer that comes too late for a frozen picture is shown after it. */
 function usePoints(block: Block, isAsked: boolean): Points {
-  const kept = useRef<PointCloud>(noPoints);
-  const [, setCleared] = useState(0);
-  const ask = async (): Promise<PointCloud> =>
-    (kept.current = withNew(kept.current, await getScatter(server, block.path), keptPoints));
-  const freezable = useFreeze(isAsked ? ask : null, intervalOf(parameter("every")));
-  const clear = (): void => {
-    kept.current = noPoints;
-    setCleared((count) => count + 1);
+  const collected = useRef<PointCloud>(noPoints);
+  const [cleared, setCleared] = useState<PointCloud | null>(null);
+  const ask = async (): Promise<PointCloud> => {
+    const more = await getScatter(server, block.path);
+    // What was collected may have been cleared meanwhile.
+    return (collected.current = withNew(collected.current, more, keptPoints));
   };
-  return { freezable, points: kept.current, clear };
+  const freezable = useFreeze(isAsked ? ask : null, intervalOf(parameter("every")));
+  const shown = freezable.reading.value;
+  const clear = (): void => {
+    collected.current = noPoints;
+    setCleared(shown);
+  };
+  return { freezable, points: shown === null || shown === cleared ? noPoints : shown, clear };
 }
 
 // A configuration can name far more cells than a screen has.
