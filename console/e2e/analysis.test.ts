@@ -209,3 +209,30 @@ test("a known line is removed, and the axis goes through the other one", async (
   await page.getByRole("button", { name: "Remove the line at 1275 keV" }).click();
   await expect.poll(() => summary.innerText()).toBe("Calibration of made, channel 0: none");
 });
+
+test("a unit of timestamps that is no number is refused, and the one known is kept", async ({
+  acquisition: _,
+  site,
+  page,
+}) => {
+  await page.goto(`${site.url}#/times?show=${encodeURIComponent("times1@0")}`);
+  const summary = page.locator("[data-test=calibration] summary");
+  const field = page.locator("[data-test=unit-ns]");
+  const fault = page.locator("[data-test=unit-fault]");
+  await summary.click();
+  await field.fill("0.001");
+  await field.press("Enter");
+  await expect.poll(() => summary.innerText()).toContain("1000000 ns × bin");
+  for (const text of ["10 ns", "0"]) {
+    await field.fill(text);
+    await field.press("Enter");
+    await expect.poll(() => fault.allInnerTexts()).toEqual([
+      "Enter a number above 0 without its unit, or nothing to forget it.",
+    ]);
+    expect(await summary.innerText()).toContain("1000000 ns × bin");
+  }
+  await field.fill("");
+  await field.press("Enter");
+  await expect.poll(() => summary.innerText()).toContain("timestamp units × bin");
+  expect(await fault.count()).toBe(0);
+});

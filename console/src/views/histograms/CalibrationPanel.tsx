@@ -69,15 +69,20 @@ function Owners({ block, control }: { block: Block; control: AxisControl }): pre
 /** An axis of timestamps needs no more than the length of their unit. */
 function TimestampUnitField({ path }: { path: string }): preact.JSX.Element {
   const ns = useNumber("ns per timestamp unit", storedUnitNs(path), "unit-ns");
-  const isEmpty = Number.isNaN(ns.value);
+  const isGood = ns.isEmpty || isPositive(ns.value);
   const set = (event: Event): void => {
     event.preventDefault();
-    storeUnitNs(path, isEmpty ? null : ns.value);
+    storeUnitNs(path, ns.isEmpty ? null : ns.value);
   };
   return (
     <form class="row" onSubmit={set}>
       {ns.field}
-      <button type="submit" disabled={!isEmpty && !isPositive(ns.value)}>Set</button>
+      <button type="submit" disabled={!isGood}>Set</button>
+      {!isGood && (
+        <p class="alarm" role="alert" data-test="unit-fault">
+          Enter a number above 0 without its unit, or nothing to forget it.
+        </p>
+      )}
     </form>
   );
 }

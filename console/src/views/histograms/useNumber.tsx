@@ -3,6 +3,7 @@ import { useEffect, useState } from "preact/hooks";
 /** A field for a number, whole or with a point or comma; `value` is what the text says, NaN while it says none. */
 export interface NumberField {
   value: number;
+  isEmpty: boolean;
   field: preact.JSX.Element;
   set: (value: number | null) => void;
 }
@@ -25,7 +26,8 @@ export function useNumber(label: string, initial: number | null, test?: string):
       />
     </label>
   );
-  return { value: numberOf(text), field, set: (value) => setText(value === null ? "" : String(value)) };
+  const set = (value: number | null): void => setText(value === null ? "" : String(value));
+  return { value: numberOf(text), isEmpty: text.trim() === "", field, set };
 }
 
 export function numberOf(text: string): number {
