@@ -203,6 +203,16 @@ test("a scatter shows every point that was answered, each once", async ({ site, 
   await expect.poll(() => shownNumber(total(page))).toBe(0);
 });
 
+test("the keys of a view are heard with Caps Lock, too", async ({ site, page }) => {
+  await serveMap(page, "position", () => map);
+  await page.goto(`${site.url}#/position`);
+  await expect.poll(() => shownNumber(total(page))).toBe(136);
+  await page.keyboard.press("L");
+  await expect.poll(() => page.url()).toContain("z=lin");
+  await page.keyboard.press("F");
+  await page.locator("[data-test=frozen]").waitFor();
+});
+
 /** A scatter on the page, with three points, whose next answers are given by hand. */
 async function openScatter(page: Page, url: string) {
   const asked: ((cloud: object) => void)[] = [];

@@ -9,3 +9,8 @@ export function isTyping(event: KeyboardEvent): boolean {
   }
   return target instanceof HTMLElement && (target.isContentEditable || /^(SELECT|TEXTAREA)$/.test(target.tagName));
 }
+
+/** The key by its name, whatever Shift or Caps Lock makes of a letter. */
+export function plainKey({ key }: Pick<KeyboardEvent, "key">): string {
+  return key.length === 1 ? key.toLowerCase() : key;
+}

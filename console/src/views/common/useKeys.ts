@@ -1,5 +1,5 @@
 import { useEffect, useRef } from "preact/hooks";
-import { isTyping } from "../../base/typing";
+import { isTyping, plainKey } from "../../base/typing";
 
 /** Keys of a view, wherever the focus is but in a field. */
 export function useKeys(actions: Record<string, () => void>): void {
@@ -7,7 +7,7 @@ export function useKeys(actions: Record<string, () => void>): void {
   latest.current = actions;
   useEffect(() => {
     const onKey = (event: KeyboardEvent): void => {
-      const action = latest.current[event.key];
+      const action = latest.current[plainKey(event)];
       if (action !== undefined && !isTyping(event)) {
         action();
         event.preventDefault();

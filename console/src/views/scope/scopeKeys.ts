@@ -1,5 +1,5 @@
 import { zoomed } from "../../charts/curves";
-import { isTyping } from "../../base/typing";
+import { isTyping, plainKey } from "../../base/typing";
 import type { Cursor } from "./useCursor";
 import type { Scope } from "./useScope";
 import { neighbourStep } from "./vertical";
@@ -38,7 +38,7 @@ export const keyHelp =
 
 export function onScopeKey(event: KeyboardEvent, targets: KeyTargets): void {
   const isShifted = event.shiftKey && event.key.startsWith("Arrow");
-  const key = event.key.length === 1 ? event.key.toLowerCase() : event.key;
+  const key = plainKey(event);
   const action = actions[isShifted ? `Shift+${key}` : key];
   if (action !== undefined && !isTyping(event)) {
     action(targets);
