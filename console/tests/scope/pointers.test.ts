@@ -51,8 +51,19 @@ it("doesn't zoom with fingers too close to tell", () => {
   expect(screen.view).toEqual([0, 1000]);
 });
 
+const turned = (deltaX: number, deltaY: number, shiftKey = false): WheelEvent =>
+  ({ offsetX: 50, deltaX, deltaY, shiftKey, preventDefault: () => undefined }) as unknown as WheelEvent;
+
 it("zooms with the wheel about the mouse", () => {
   const { screen, handlers } = makeScreen();
-  handlers.onWheel({ offsetX: 50, deltaY: -1, preventDefault: () => undefined } as unknown as WheelEvent);
+  handlers.onWheel(turned(0, -1));
   expect(screen.view).toEqual([100, 900]);
+});
+
+it("moves with the wheel turned sideways or with Shift, and doesn't zoom", () => {
+  const { screen, handlers } = makeScreen();
+  handlers.onWheel(turned(5, 0));
+  expect(screen.view).toEqual([100, 1100]);
+  handlers.onWheel(turned(0, -5, true));
+  expect(screen.view).toEqual([0, 1000]);
 });

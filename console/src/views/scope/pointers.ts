@@ -1,5 +1,5 @@
 import { zoomed } from "../../charts/curves";
-import { pinchFactor } from "../../charts/pinch";
+import { pinchFactor, turnOf } from "../../charts/pinch";
 import type { View } from "./layout";
 
 export interface PointerTargets {
@@ -17,7 +17,10 @@ export interface PointerHandlers {
   onWheel: (event: WheelEvent) => void;
 }
 
-/** The mouse over the screen moves the cursor, dragging moves the view, two fingers and the wheel zoom. */
+/** The part of what is seen by which the wheel moves. */
+const wheelStep = 0.1;
+
+/** The mouse over the screen moves the cursor, dragging moves the view, two fingers and the wheel zoom; sideways it moves. */
 export function handlersOf(targets: PointerTargets): PointerHandlers {
   const down = new Map<number, number>();
   const onPointerDown = (event: PointerEvent): void => {
@@ -39,7 +42,10 @@ export function handlersOf(targets: PointerTargets): PointerHandlers {
   const onPointerUp = (event: PointerEvent): void => void down.delete(event.pointerId);
   const onWheel = (event: WheelEvent): void => {
     event.preventDefault();
-    targets.onView(zoomed(targets.view(), targets.sampleAt(event.offsetX), event.deltaY > 0 ? 1.25 : 0.8));
+    const { factor, sideways } = turnOf(event);
+    const [from, to] = zoomed(targets.view(), targets.sampleAt(event.offsetX), factor);
+    const step = sideways * wheelStep * (to - from);
+    targets.onView([from + step, to + step]);
   };
   return { onPointerDown, onPointerMove, onPointerUp, onWheel };
 }
