@@ -43,6 +43,7 @@ class FakeRates {
   historiesAsked = 0;
   asked = 0;
   isBroken = false;
+  hasNames = true;
   constructor(
     public now: number,
     private readonly depth = 60,
@@ -61,7 +62,7 @@ class FakeRates {
 
   private answer({ cmd, source }: { cmd: string; source?: string }): string {
     if (cmd === "get_channel_map") {
-      return JSON.stringify({ channel_map: names });
+      return this.hasNames ? JSON.stringify({ channel_map: names }) : "[]";
     }
     if (source === "immediate") {
       ++this.asked;
@@ -118,6 +119,18 @@ test("a verdict on rates that aren't those of now says so", async ({ site, page 
   await expect.poll(shown).toEqual(["warn", `By the last rates: ${text}`]);
   rates.step = 1;
   await expect.poll(shown).toEqual(["alarm", text]);
+});
+
+test("names of channels that can't be read are missed aloud, and found later", async ({ site, page }) => {
+  const rates = new FakeRates(30, 60, 1);
+  rates.hasNames = false;
+  await open(page, site.url, rates);
+  const fault = page.locator("[data-test=names-fault]");
+  await expect.poll(() => fault.innerText()).toMatch(/^The names of the channels can't be read: ./);
+  expect(await row(page, 1).locator("th").innerText()).toBe("Channel 1");
+  rates.hasNames = true;
+  await expect.poll(() => row(page, 1).locator("th").innerText()).toBe("B");
+  expect(await fault.count()).toBe(0);
 });
 
 test("the bars and their numbers are the counts between two records", async ({ site, page }) => {

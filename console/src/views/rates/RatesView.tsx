@@ -1,7 +1,7 @@
 import "./rates.css";
 import { useMemo } from "preact/hooks";
 import { channelsOfAddress, formatChannels, toggled } from "../../analysis/channels";
-import { isKnown } from "../../app/reach";
+import { isAway, isKnown } from "../../app/reach";
 import { parameter, setParameter } from "../../app/route";
 import { clock, server } from "../../app/state";
 import { usePolled } from "../../app/usePolled";
@@ -26,12 +26,14 @@ export function RatesView(): preact.JSX.Element {
 }
 
 const namesMs = 30_000;
+const noNames: readonly string[] = [];
 const defaultChannels = "0-3";
 
 function RatesOf({ block }: { block: Block }): preact.JSX.Element {
   const options = optionsOf(parameter);
   const reading = useRates(block.path);
-  const names = usePolled(() => getChannelNames(server, block.path), namesMs, [block.path]).value ?? [];
+  const namesRead = usePolled(() => getChannelNames(server, block.path), namesMs, [block.path]);
+  const names = namesRead.value ?? noNames;
   const { records, version } = reading.value ?? { records: [], version: 0 };
   const { tickNs } = options;
   const tick = useMemo(() => (tickNs === null ? tickOf(records) : tickNs * 1e-9), [version, tickNs]);
@@ -46,6 +48,7 @@ function RatesOf({ block }: { block: Block }): preact.JSX.Element {
       <section class="panel stack">
         <RateControls chosen={block} options={options} tick={tick} />
         <Silence known={reading.value} />
+        <NamesFault fault={namesRead.fault} />
         <LongerSpan asked={options.seconds} seconds={counted?.seconds ?? 0} isKnown={tick !== null} />
         <RateBars
           rows={rows}
@@ -60,6 +63,12 @@ function RatesOf({ block }: { block: Block }): preact.JSX.Element {
         <RateHistory known={reading.value} channels={channels} names={names} tick={tick} options={options} />
       </section>
     </div>
+  );
+}
+
+function NamesFault({ fault }: { fault: string | null }): preact.JSX.Element | null {
+  return fault === null || isAway.value ? null : (
+    <p class="warn" role="alert" data-test="names-fault">{`The names of the channels can't be read: ${fault}`}</p>
   );
 }
 
