@@ -133,6 +133,15 @@ test("names of channels that can't be read are missed aloud, and found later", a
   expect(await fault.count()).toBe(0);
 });
 
+test("rates since the start are called so while the unit of timestamps isn't known", async ({ site, page }) => {
+  const rates = new FakeRates(2, 1); // one record tells nothing of the unit
+  await open(page, site.url, rates, "?over=10");
+  const note = page.locator("[data-test=rates-span]");
+  await expect.poll(() => note.allInnerTexts()).toEqual([expect.stringContaining("since the server's start")]);
+  rates.now = 12;
+  await expect.poll(() => note.count()).toBe(0);
+});
+
 test("the bars and their numbers are the counts between two records", async ({ site, page }) => {
   await open(page, site.url, new FakeRates(30), "?over=10");
   const [from, to] = [recordOf(20), recordOf(30)];

@@ -15,6 +15,7 @@ import { RateHistory } from "./RateHistory";
 import type { KnownRates } from "./RateReader";
 import { rowsOf, sorted } from "./rateRows";
 import { latestCounts, tickOf } from "./rateTimes";
+import { spanNote } from "./spanNote";
 import { getChannelNames, ratesMs, useRates } from "./useRates";
 
 export function RatesView(): preact.JSX.Element {
@@ -49,7 +50,7 @@ function RatesOf({ block }: { block: Block }): preact.JSX.Element {
         <RateControls chosen={block} options={options} tick={tick} />
         <Silence known={reading.value} />
         <NamesFault fault={namesRead.fault} />
-        <LongerSpan asked={options.seconds} seconds={counted?.seconds ?? 0} isKnown={tick !== null} />
+        <SpanNote text={counted === null ? null : spanNote(options.seconds, counted.seconds, tick)} />
         <RateBars
           rows={rows}
           isNow={isKnown(reading) && silenceOf(reading.value) < silenceMs}
@@ -72,18 +73,8 @@ function NamesFault({ fault }: { fault: string | null }): preact.JSX.Element | n
   );
 }
 
-/** Where records are far apart, rates can't be of a time as short as asked for. */
-function LongerSpan(props: {
-  asked: number | null;
-  seconds: number;
-  isKnown: boolean;
-}): preact.JSX.Element | null {
-  const { asked, seconds, isKnown } = props;
-  return !isKnown || asked === null || seconds < 1.5 * asked ? null : (
-    <p class="warn" data-test="rates-span">
-      {`These are the rates over ${Math.round(seconds)} s: no record came in between.`}
-    </p>
-  );
+function SpanNote({ text }: { text: string | null }): preact.JSX.Element | null {
+  return text === null ? null : <p class="warn" data-test="rates-span">{text}</p>;
 }
 
 const silenceMs = 5_000;
