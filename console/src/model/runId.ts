@@ -15,6 +15,9 @@ export function nextRunId(id: string): string {
   return before + String(Number(digits) + 1).padStart(digits.length, "0");
 }
 
+/** Bytes of a folder's name, on the file systems that there are. */
+const longestName = 255;
+
 /** Why this can't be a run's id; null when it can. The id becomes the name of a folder. */
 export function runIdFault(id: string): string | null {
   if (id.trim() === "") {
@@ -22,6 +25,9 @@ export function runIdFault(id: string): string | null {
   }
   if (/[/\\\0]/.test(id) || id === "." || id === "..") {
     return "A run's id becomes the name of a folder: it can't hold / or \\, nor be . or ..";
+  }
+  if (new TextEncoder().encode(id).length > longestName) {
+    return `A run's id becomes the name of a folder: it can't be longer than ${longestName} letters. Shorten it.`;
   }
   return null;
 }

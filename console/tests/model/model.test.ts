@@ -165,4 +165,10 @@ describe("A run's id", () => {
       expect(runIdFault(id)).not.toBeNull();
     }
   });
+
+  it("is no longer than a folder's name can be", () => {
+    expect([runIdFault("a".repeat(255)), runIdFault("é".repeat(127))]).toEqual([null, null]);
+    expect(runIdFault("a".repeat(256))).toContain("255 letters");
+    expect(runIdFault("é".repeat(128))).not.toBeNull();
+  });
 });
