@@ -32,6 +32,8 @@ export interface RouteOptions {
   patienceMs?: number;
   /** How often it is tried again; null: whenever it is asked. */
   backoff?: Backoff | null;
+  /** Whether it is closed whenever nothing waits for an answer. */
+  isBrief?: boolean;
   /** Called when it answers again after it failed. */
   onBack?: () => void;
 }
@@ -112,6 +114,9 @@ export class RouteSocket {
     if (this.backoff?.hasFailed) {
       this.backoff.clear();
       this.options.onBack?.();
+    }
+    if (this.options.isBrief === true && this.waiting.length === 0) {
+      this.close();
     }
   }
 

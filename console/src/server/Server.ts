@@ -13,7 +13,8 @@ export interface Answerer {
 
 /**
  * The server, with a connection for each route that was asked, and one of their own for a route's orders: they
- * don't wait behind a large answer, nor fail with a question that has none, nor rest after a failure.
+ * don't wait behind a large answer, nor fail with a question that has none, nor rest after a failure. An order's
+ * ends with its answer: one that lay idle for hours may be dead without a word, and would swallow the next order.
  */
 export class Server implements Answerer {
   private readonly routes = new Map<string, RouteSocket>();
@@ -33,6 +34,7 @@ export class Server implements Answerer {
       socket = new RouteSocket(this.base + encodeURIComponent(route), {
         ...(this.open && { open: this.open }),
         backoff: kind === "order" ? null : new Backoff(),
+        isBrief: kind === "order",
         onBack: wake,
       });
       this.routes.set(key, socket);

@@ -201,6 +201,33 @@ describe("The server", () => {
     expect(await slow).toBe("no answer for 20 s");
   });
 
+  it("gets each order by a new connection, as an idle one may be dead, but for those under way", async () => {
+    const server = new Server("ws://x/", open);
+    const [on, off] = [order(server, "a", { cmd: "on" }), order(server, "a", { cmd: "off" })];
+    expect(sockets).toHaveLength(1);
+    sockets[0]!.accept();
+    sockets[0]!.answer("1");
+    expect([await on, sockets[0]!.isClosed]).toEqual(["1", false]);
+    sockets[0]!.answer("2");
+    expect([await off, sockets[0]!.isClosed]).toEqual(["2", true]);
+    const next = order(server, "a", { cmd: "next" });
+    expect(sockets).toHaveLength(2);
+    sockets[1]!.accept();
+    expect(sockets[1]!.sent).toEqual(['{"cmd":"next"}']);
+    sockets[1]!.answer("3");
+    expect(await next).toBe("3");
+  });
+
+  it("is asked by a connection that stays", async () => {
+    const server = new Server("ws://x/", open);
+    const asked = server.ask("a", {});
+    sockets[0]!.accept();
+    sockets[0]!.answer("1");
+    await asked;
+    void fails(server.ask("a", {}));
+    expect([sockets.length, sockets[0]!.isClosed, sockets[0]!.sent.length]).toEqual([1, false, 2]);
+  });
+
   it("that doesn't answer an order may still carry it out, and that is said", async () => {
     const server = new Server("ws://x/", open);
     for (const [what, why] of [
