@@ -77,3 +77,44 @@ test("off is sent before the on of its board is answered, and never overtakes it
   await expect.poll(() => page.locator("[data-test=hv-done]").innerText()).toContain("“off” was sent to LEFT");
   expect(await page.locator("[data-test=hv-fault]").innerText()).toMatch(/^“on” for LEFT: .* answers no where/);
 });
+
+test("an order that fails on a view that was left is told on every view, until it is read", async ({
+  site,
+  page,
+}) => {
+  const orders = await serverThatWaits(page);
+  await page.goto(`${site.url}#/overview`);
+  const told = page.locator("[data-test=late-faults]");
+  await page.locator("[data-test=run-id-input]").fill("night 7");
+  await page.locator("[data-test=run-start]").click();
+  await expect.poll(() => orders.heard).toEqual(["start_dump"]);
+  await page.keyboard.press("8");
+  await page.locator("main[data-view=hv]").waitFor();
+  await order(page, "hv-off-RIGHT");
+  await expect.poll(() => orders.answers.length).toBe(2);
+  await page.keyboard.press("6");
+  await page.locator("main[data-view=scope]").waitFor();
+  expect(await told.count()).toBe(0);
+  orders.answers[0]!('[{"response": "Existing Folder"}]');
+  await expect.poll(() => told.locator("p").allInnerTexts()).toEqual([
+    expect.stringMatching(/^What was done on “Overview” went wrong, told at .*: There is a folder of run night 7 already/),
+  ]);
+  orders.answers[1]!("no");
+  await expect.poll(() => told.locator("p").last().innerText()).toContain("“High voltage” went wrong");
+  expect(await told.locator("p").last().innerText()).toContain("“off” for RIGHT");
+  await page.keyboard.press("1");
+  await page.locator("main[data-view=overview]").waitFor();
+  expect(await told.locator("p").count()).toBe(2);
+  await told.locator("button").click();
+  await expect.poll(() => told.count()).toBe(0);
+});
+
+test("an order that fails while its view is shown is told there alone", async ({ site, page }) => {
+  const orders = await serverThatWaits(page);
+  await page.goto(`${site.url}#/hv`);
+  await order(page, "hv-off-RIGHT");
+  await expect.poll(() => orders.answers.length).toBe(1);
+  orders.answers[0]!("no");
+  await expect.poll(() => page.locator("[data-test=hv-fault]").innerText()).toContain("“off” for RIGHT");
+  expect(await page.locator("[data-test=late-faults]").count()).toBe(0);
+});

@@ -10,6 +10,7 @@ import { TimesView } from "../views/times/TimesView";
 import { BrokenRun } from "./BrokenRun";
 import { Connection } from "./Connection";
 import { onViewKey } from "./keys";
+import { LateFaults } from "./LateFaults";
 import { lazyView } from "./lazyView";
 import { type View, view, views } from "./route";
 import { StatusLine } from "./StatusLine";
@@ -48,6 +49,7 @@ export function App(): preact.JSX.Element {
       </header>
       <Connection />
       <BrokenRun />
+      <LateFaults />
       <main data-view={view.value} tabIndex={-1}>
         <Shown key={view.value} />
       </main>

@@ -1,4 +1,5 @@
-import { useRef, useState } from "preact/hooks";
+import { useEffect, useRef, useState } from "preact/hooks";
+import { noterOfLate } from "../../app/faults";
 import { Queue } from "../../base/Queue";
 import { faultOf } from "../../server/poll";
 
@@ -13,16 +14,21 @@ export interface Action {
   fault: string | null;
 }
 
-/** Something that the operator does and that may fail. */
+/** Something that the operator does and that may fail: told here, or on every view when this one was left. */
 export function useAction(): Action {
   const [isRunning, setRunning] = useState(false);
   const [fault, setFault] = useState<string | null>(null);
   const queue = useRef(new Queue()).current;
+  const isGone = useRef(false);
+  useEffect(() => () => void (isGone.current = true), []);
   const follow = (done: Promise<void>): void => {
+    const noteLate = noterOfLate();
+    const fail = (text: string): void =>
+      isGone.current ? noteLate(text) : setFault((other) => joined(other, text));
     setRunning(true);
     setFault(null);
     done
-      .catch((error: unknown) => setFault((other) => joined(other, faultOf(error))))
+      .catch((error: unknown) => fail(faultOf(error)))
       .finally(() => setRunning(queue.isBusy));
   };
   return {
