@@ -118,3 +118,47 @@ test("an order that fails while its view is shown is told there alone", async ({
   await expect.poll(() => page.locator("[data-test=hv-fault]").innerText()).toContain("“off” for RIGHT");
   expect(await page.locator("[data-test=late-faults]").count()).toBe(0);
 });
+
+test("the focus is back where it was, whatever a question was answered", async ({ site, page }) => {
+  const orders = await serverThatWaits(page);
+  await page.goto(`${site.url}#/hv`);
+  const focused = (): Promise<string | null | undefined> =>
+    page.evaluate(() => document.activeElement?.getAttribute("data-test"));
+  for (const button of ["hv-off-LEFT", "hv-on-RIGHT", "hv-all-off"]) {
+    for (const key of ["Enter", "Escape"]) {
+      await page.locator(`[data-test=${button}]`).focus();
+      await page.keyboard.press("Enter");
+      await page.locator("dialog[open] :focus").waitFor();
+      await page.keyboard.press(key);
+      await expect.poll(() => page.locator("dialog").count()).toBe(0);
+      await expect.poll(focused).toBe(button);
+    }
+  }
+  for (const button of ["hv-off-LEFT", "hv-all-off", "hv-on-RIGHT"]) {
+    await page.locator(`[data-test=${button}]`).focus();
+    await page.keyboard.press("Enter");
+    await page.locator("dialog[open] :focus").waitFor();
+    await page.keyboard.press("Tab");
+    await page.keyboard.press("Enter");
+    await expect.poll(() => page.locator("dialog").count()).toBe(0);
+    await expect.poll(() => orders.answers.length).toBe(1);
+    orders.answers.pop()!(button === "hv-all-off" ? '[{"response": true}]' : "");
+    await expect.poll(() => page.locator("[data-test=hv-done]").count()).toBe(1);
+    await expect.poll(focused).toBe(button);
+  }
+});
+
+test("the focus doesn't come back to where the operator has left", async ({ site, page }) => {
+  const orders = await serverThatWaits(page);
+  await page.goto(`${site.url}#/hv`);
+  await page.locator("[data-test=hv-on-LEFT]").focus();
+  await page.keyboard.press("Enter");
+  await page.locator("dialog[open] :focus").waitFor();
+  await page.keyboard.press("Tab");
+  await page.keyboard.press("Enter");
+  await expect.poll(() => orders.answers.length).toBe(1);
+  await page.locator("[data-test=hv-off-RIGHT]").focus();
+  orders.answers[0]!("");
+  await expect.poll(() => page.locator("[data-test=hv-on-LEFT]").isEnabled()).toBe(true);
+  expect(await page.locator("[data-test=hv-off-RIGHT]:focus").count()).toBe(1);
+});

@@ -1,4 +1,5 @@
 import { useEffect, useRef } from "preact/hooks";
+import { holdFocus } from "./holdFocus";
 
 export interface ConfirmProps {
   title: string;
@@ -10,10 +11,20 @@ export interface ConfirmProps {
   onCancel: () => void;
 }
 
-/** Asks before something that can't be undone; Cancel has the focus. */
+/** Asks before something that can't be undone; Cancel has the focus, and gives it back to what had it before. */
 export function Confirm(props: ConfirmProps): preact.JSX.Element {
   const dialog = useRef<HTMLDialogElement>(null);
-  useEffect(() => dialog.current?.showModal(), []);
+  useEffect(() => {
+    const shown = dialog.current!;
+    const before = document.activeElement;
+    shown.showModal();
+    return () => {
+      shown.close(); // gives the focus back, which the end of a dialog that is open wouldn't
+      if (before instanceof HTMLElement) {
+        holdFocus(before);
+      }
+    };
+  }, []);
   return (
     <dialog ref={dialog} onCancel={props.onCancel} data-test="confirm">
       <h2>{props.title}</h2>
