@@ -5,6 +5,18 @@ export function proposeRunId(date: Date, number: number): string {
   return `${day}_${String(number).padStart(3, "0")}`;
 }
 
+/** Whether it is one as they are proposed. */
+export function isDated(id: string): boolean {
+  return /^\d{4}-\d\d-\d\d_\d+$/.test(id);
+}
+
+/** Behind the last of this day's ids that are taken. */
+export function nextOfDay(date: Date, taken: readonly (string | null | undefined)[]): string {
+  const first = proposeRunId(date, 1);
+  const next = taken.flatMap((id) => (id?.startsWith(first.slice(0, -3)) ? nextRunId(id) : []));
+  return next.sort((a, b) => a.localeCompare(b, undefined, { numeric: true })).at(-1) ?? first;
+}
+
 /** The next one: a number at the end goes up by one and keeps its width; without one, "_2" comes behind. */
 export function nextRunId(id: string): string {
   const match = /^(.*?)(\d{1,15})$/s.exec(id);

@@ -2,7 +2,7 @@ import { describe, expect, it } from "vitest";
 import { getBlocks, ofType, sizeOf } from "../../src/model/blocks";
 import { FlowTracker } from "../../src/model/flow";
 import { type Entry, getLedger, lossesOf } from "../../src/model/ledger";
-import { nextRunId, proposeRunId, runIdFault } from "../../src/model/runId";
+import { isDated, nextOfDay, nextRunId, proposeRunId, runIdFault } from "../../src/model/runId";
 import { patienceMs, pulseOf } from "../../src/model/silence";
 
 const answering = (text: string): { ask: () => Promise<string> } => ({ ask: () => Promise.resolve(text) });
@@ -154,6 +154,21 @@ describe("A source", () => {
 
 describe("A run's id", () => {
   it("is proposed from the date", () => expect(proposeRunId(new Date(2026, 2, 5), 7)).toBe("2026-03-05_007"));
+  it("is proposed behind the last one of the day that is taken, wherever that is known from", () => {
+    const day = new Date(2026, 2, 5);
+    const behind = (...taken: (string | null | undefined)[]): string => nextOfDay(day, taken);
+    expect(behind(undefined, null)).toBe("2026-03-05_001");
+    expect(behind("2026-03-05_004", null)).toBe("2026-03-05_005");
+    expect(behind("2026-03-05_004", "2026-03-05_002")).toBe("2026-03-05_005");
+    expect(behind("2026-03-05_999", "2026-03-05_1000")).toBe("2026-03-05_1001");
+    expect(behind("2026-03-04_009", "2026-03-04_010")).toBe("2026-03-05_001");
+    expect(behind("night_7", null)).toBe("2026-03-05_001");
+  });
+  it("is told from a name that somebody gave", () => {
+    expect(["2026-03-05_001", "2026-03-05_1000", "2026-03-05_test", "night_7", ""].map(isDated)).toEqual([
+      true, true, false, false, false,
+    ]);
+  });
   it("is followed by the next number, as wide as it was", () => {
     expect(["a_001", "a_099", "9", "a999", "run", ""].map(nextRunId)).toEqual([
       "a_002", "a_100", "10", "a1000", "run_2", "_2",

@@ -42,7 +42,9 @@ describe("The start of a run", () => {
   });
 
   it("succeeds when events are recorded then, or waves alone", async () => {
-    const events = scripted({ get_run_info: [runs(0), runs(1)], get_dump_counts: [counts(0)], start_dump: [done] });
+    const events = scripted({
+      get_run_info: [runs(0), runs(1)], get_dump_counts: [counts(0)], start_dump: [done],
+    });
     await startRun(events, "8", [dumper, scope]);
     expect(events.asked).toContainEqual({ cmd: "start_dump", run_id: "8" });
     const waves = scripted({
@@ -57,7 +59,8 @@ describe("The start of a run", () => {
     const start = startRun(nothing, "8", [dumper, scope]);
     await expect(start).rejects.toThrow(/^Nothing is recorded of run 8: .*"enable_list".*"enable_mcs"/);
     await expect(start).rejects.toThrow(IdTaken);
-    await expect(startRun(scripted({ get_run_info: ["[]"], start_dump: [done] }), "8", [])).rejects.toThrow(IdTaken);
+    const empty = scripted({ get_run_info: ["[]"], start_dump: [done] });
+    await expect(startRun(empty, "8", [])).rejects.toThrow(IdTaken);
   });
 
   it("doesn't fail where that isn't sure", async () => {

@@ -2,7 +2,7 @@ import { signal } from "@preact/signals";
 import { useState } from "preact/hooks";
 import { awayText, isAway } from "../../app/reach";
 import { server } from "../../app/state";
-import { nextRunId, proposeRunId, runIdFault } from "../../model/runId";
+import { isDated, nextOfDay, nextRunId, runIdFault } from "../../model/runId";
 import { isOn } from "../../model/runState";
 import { resumeRun, type RunInfo, type RunStatus, sendRunCommand } from "../../server/runControl";
 import { IdTaken, startRun } from "../../server/startRun";
@@ -24,32 +24,34 @@ export interface RunButtonsProps {
 /** What is asked for once more before it is ordered. */
 type Asked = "stop_dump" | "reset";
 
-// Null until the operator, or a run that was begun, says otherwise.
-const chosenId = signal<string | null>(null);
-
-/** Behind the last run of this day, if there was one. */
-function proposed(last: RunInfo | undefined): string {
-  const first = proposeRunId(new Date(), 1);
-  return last !== undefined && last.id.startsWith(first.slice(0, -3)) ? nextRunId(last.id) : first;
-}
+// What the operator typed, and the next one of that; null where the id is proposed.
+const typedId = signal<string | null>(null);
+// The last of the proposed ids that this page knows to be taken: not every run is one that the dumpers tell of.
+const takenId = signal<string | null>(null);
 
 /** Starts the run; the next one is proposed when this one begins, and when it can't for its id. */
 async function begin(id: string): Promise<void> {
   try {
     await startRun(server, id, knownRecorders());
-    chosenId.value = nextRunId(id);
+    proposeBehind(id);
   } catch (error) {
     if (error instanceof IdTaken) {
-      chosenId.value = nextRunId(id);
+      proposeBehind(id);
     }
     throw error;
   }
 }
 
+/** The proposal goes on following day and runs, unless the operator has names of his own. */
+function proposeBehind(id: string): void {
+  typedId.value = isDated(id) ? null : nextRunId(id);
+  takenId.value = isDated(id) ? id : takenId.value;
+}
+
 /** Nothing can be pressed while it isn't known what the run does. */
 export function RunButtons(props: RunButtonsProps): preact.JSX.Element {
   const { last, current, status, anyStatus, isKnown } = props;
-  const id = chosenId.value ?? proposed(last);
+  const id = typedId.value ?? nextOfDay(new Date(), [last?.id, takenId.value]);
   const action = useAction();
   const [asking, ask] = useState<Asked | null>(null);
   const isBusy = isOn({ status: anyStatus });
@@ -135,7 +137,7 @@ function IdField(props: { id: string; disabled: boolean }): preact.JSX.Element {
         title={`${props.id}: also the name of the run's folder in the storage folder of the configuration`}
         value={props.id}
         disabled={props.disabled}
-        onInput={(event) => (chosenId.value = event.currentTarget.value)}
+        onInput={(event) => (typedId.value = event.currentTarget.value)}
       />
     </label>
   );

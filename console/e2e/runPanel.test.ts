@@ -1,0 +1,32 @@
+import type { Page } from "playwright-core";
+import { FakeRun } from "./support/fakeRun";
+import { fakeServer } from "./support/fakeServer";
+import { expect, test } from "./support/test";
+
+const press = (page: Page, what: string): Promise<void> => page.locator(`[data-test=${what}]`).click();
+const proposal = (page: Page): Promise<string> => page.locator("[data-test=run-id-input]").inputValue();
+
+test("the id that is proposed follows the last run, whoever began it, and the day", async ({ site, page }) => {
+  const run = new FakeRun();
+  await fakeServer(page, run.answers);
+  await page.clock.setFixedTime(new Date(2026, 2, 5, 12));
+  await page.goto(site.url);
+  await expect.poll(() => proposal(page)).toBe("2026-03-05_001");
+  await press(page, "run-start");
+  await expect.poll(() => proposal(page)).toBe("2026-03-05_002");
+  run.tell({ status: 0, id: "2026-03-05_006" }); // another console's
+  await expect.poll(() => proposal(page)).toBe("2026-03-05_007");
+  await page.clock.setFixedTime(new Date(2026, 2, 6, 0, 1));
+  await expect.poll(() => proposal(page)).toBe("2026-03-06_001");
+});
+
+test("a name of the operator's own is followed by the next of it", async ({ site, page }) => {
+  const run = new FakeRun();
+  await fakeServer(page, run.answers);
+  await page.goto(site.url);
+  await page.locator("[data-test=run-id-input]").fill("night_7");
+  await press(page, "run-start");
+  await expect.poll(() => proposal(page)).toBe("night_8");
+  expect(run.dumpers.map(({ id }) => id)).toEqual(["night_7", "night_7"]);
+  expect(run.ordered).toEqual(["start_dump"]);
+});
