@@ -30,3 +30,17 @@ test("a name of the operator's own is followed by the next of it", async ({ site
   expect(run.dumpers.map(({ id }) => id)).toEqual(["night_7", "night_7"]);
   expect(run.ordered).toEqual(["start_dump"]);
 });
+
+test("a run that only the second dumper records is told as one, on every view and by the window", async ({
+  site,
+  page,
+}) => {
+  const run = new FakeRun();
+  await fakeServer(page, run.answers);
+  Object.assign(run.dumpers[1]!, { status: 1, id: "late_1" });
+  await page.goto(site.url);
+  await expect.poll(() => page.locator("[data-test=status]").innerText()).toContain("run late_1 recording");
+  await expect.poll(() => page.title()).toMatch(/^● late_1 · /);
+  run.dumpers[1]!.status = 0;
+  await expect.poll(() => page.locator("[data-test=status]").innerText()).toContain("no events recorded");
+});

@@ -1,10 +1,11 @@
 import { short } from "../base/format";
+import { leading } from "../model/runState";
 import { isKnown } from "./reach";
 import { account, type Account, runs } from "./state";
 
 /** The run and the flow in a few words, on every view. */
 export function StatusLine(): preact.JSX.Element {
-  const [run] = runs.value.value ?? [];
+  const run = leading(runs.value.value ?? []);
   const read = account.value.value;
   const runText = run?.status === "stopped" ? "no events recorded" : `run ${run?.id} ${run?.status}`;
   return (

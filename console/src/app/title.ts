@@ -1,5 +1,6 @@
 import { effect } from "@preact/signals";
 import { short } from "../base/format";
+import { leading } from "../model/runState";
 import { pulseOf } from "../model/silence";
 import { titleOf } from "../model/title";
 import { isKnown } from "./reach";
@@ -9,8 +10,7 @@ import { sourceRate } from "./StatusLine";
 /** Keeps the window's title; returns what ends it. */
 export function startTitle(): () => void {
   return effect(() => {
-    const run = isKnown(runs.value) ? runs.value.value?.[0] : undefined;
-    document.title = titleOf(run, flowText());
+    document.title = titleOf(leading(isKnown(runs.value) ? (runs.value.value ?? []) : []), flowText());
   });
 }
 

@@ -33,7 +33,7 @@ export function RunPanel(): preact.JSX.Element {
         </p>
       )}
       <RunButtons
-        last={all[0]}
+        last={leading(all)}
         current={all.find(isOn) ?? null}
         status={leading(all)?.status ?? "unknown"}
         anyStatus={leading([...all, ...statesOf(others)])?.status ?? "unknown"}
