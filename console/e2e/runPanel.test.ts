@@ -44,3 +44,16 @@ test("a run that only the second dumper records is told as one, on every view an
   run.dumpers[1]!.status = 0;
   await expect.poll(() => page.locator("[data-test=status]").innerText()).toContain("no events recorded");
 });
+
+test("a run that ended with its server is told by a page that was loaded anew meanwhile", async ({ site, page }) => {
+  const run = new FakeRun();
+  await fakeServer(page, run.answers);
+  run.tell({ status: 1, id: "f5_1" });
+  await page.goto(site.url);
+  await expect.poll(() => page.locator("[data-test=status]").innerText()).toContain("run f5_1 recording");
+  await page.goto("about:blank");
+  run.tell({ status: 0, id: "" });
+  await page.goto(site.url);
+  const told = expect.stringContaining("run f5_1 was broken off, unless somebody stopped it before");
+  await expect.poll(() => page.locator("[data-test=broken-run]").allInnerTexts()).toEqual([told]);
+});

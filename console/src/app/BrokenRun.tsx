@@ -7,8 +7,8 @@ export function BrokenRun(): preact.JSX.Element | null {
   return run === null ? null : (
     <div class="alarm banner row" role="alert" data-test="broken-run">
       <p class="grow long">
-        {`The server was started anew, seen at ${timeOfDay(run.at)}: run ${run.id} was broken off. It isn't ` +
-          `recorded any more: start a new one to go on. ` +
+        {`The server was started anew, seen at ${timeOfDay(run.at)}: run ${run.id} was broken off, unless ` +
+          `somebody stopped it before. It isn't recorded any more: start a new one to go on. ` +
           `"korvaxctl files verify" on its folder tells which of its files were not ended, ` +
           `"korvaxctl files recover" saves what is whole of one.`}
       </p>

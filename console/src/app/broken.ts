@@ -1,6 +1,6 @@
 import { signal } from "@preact/signals";
 import { load, save } from "../base/storage";
-import { brokenRun } from "../model/brokenRun";
+import { idOn, isBroken } from "../model/brokenRun";
 import type { Reading } from "../server/poll";
 import type { RunInfo } from "../server/runControl";
 
@@ -11,16 +11,26 @@ export interface Broken {
 }
 
 const key = "broken-run";
+const onKey = "run-on";
 
 /** A run that ended with its server, until somebody has read of it; it outlives a reload. */
 export const broken = signal<Broken | null>(parse(load(key)));
 
-/** Looks for one in two readings in a row. */
-export function noteBroken(before: Reading<RunInfo[]>, after: Reading<RunInfo[]>): void {
-  const id = brokenRun(before.value ?? [], after.value ?? []);
-  if (id !== null) {
-    broken.value = { id, at: after.at };
+// The run that was on when this was last known: a reload while the server is away must not forget it.
+let on = load(onKey);
+
+/** Looks for one in each good answer. */
+export function noteBroken({ value, fault, at }: Reading<RunInfo[]>): void {
+  if (value === null || fault !== null) {
+    return;
+  }
+  if (on !== null && isBroken(on, value)) {
+    broken.value = { id: on, at };
     save(key, JSON.stringify(broken.value));
+  }
+  if (on !== idOn(value)) {
+    on = idOn(value);
+    save(onKey, on);
   }
 }
 

@@ -32,7 +32,7 @@ export function startState(): () => void {
   const stops = [
     poll(() => getBlocks(server), { intervalMs: 10_000 }, (reading) => (blocks.value = reading)),
     poll(() => getRunInfo(server), { intervalMs: 1_000 }, (reading) => {
-      noteBroken(runs.value, reading);
+      noteBroken(reading);
       runs.value = reading;
     }),
     poll(

@@ -1,5 +1,5 @@
 import { describe, expect, it } from "vitest";
-import { brokenRun } from "../../src/model/brokenRun";
+import { idOn, isBroken } from "../../src/model/brokenRun";
 import type { RunInfo } from "../../src/server/runControl";
 
 const run = (status: RunInfo["status"], id: string, storedEvents = 5, runningTime = 2): RunInfo => ({
@@ -8,23 +8,28 @@ const run = (status: RunInfo["status"], id: string, storedEvents = 5, runningTim
 const fresh = run("stopped", "", 0, 0);
 
 describe("A run that was broken off", () => {
-  it("was recorded or paused, and its server knows nothing of it any more", () => {
-    expect(brokenRun([run("recording", "a")], [fresh])).toBe("a");
-    expect(brokenRun([run("paused", "a")], [fresh])).toBe("a");
-    expect(brokenRun([run("stopped", ""), run("recording", "b")], [fresh, fresh])).toBe("b");
-    expect(brokenRun([run("recording", "a")], [])).toBe("a");
+  it("is one of which its server knows nothing any more", () => {
+    expect(isBroken("a", [fresh])).toBe(true);
+    expect(isBroken("a", [fresh, fresh])).toBe(true);
+    expect(isBroken("a", [])).toBe(true);
   });
 
   it.each([
-    ["goes on", [run("recording", "a")], [run("recording", "a")]],
-    ["was paused", [run("recording", "a")], [run("paused", "a")]],
-    ["was stopped", [run("recording", "a")], [run("stopped", "a")]],
-    ["was stopped before it had any event", [run("recording", "a", 0, 0)], [run("stopped", "a", 0, 0)]],
-    ["was followed by another", [run("recording", "a")], [run("recording", "b", 0, 0)]],
-    ["was followed by another that was stopped", [run("recording", "a")], [run("stopped", "b")]],
-    ["was over before", [run("stopped", "a")], [fresh]],
-    ["wasn't seen", [], [fresh]],
-  ])("is not one that %s", (_, before, after) => {
-    expect(brokenRun(before, after)).toBeNull();
+    ["goes on", [run("recording", "a")]],
+    ["goes on in the second dumper", [fresh, run("recording", "a")]],
+    ["was paused", [run("paused", "a")]],
+    ["was stopped", [run("stopped", "a")]],
+    ["was stopped before it had any event", [run("stopped", "a", 0, 0)]],
+    ["was followed by another", [run("recording", "b", 0, 0)]],
+    ["was followed by another that was stopped", [run("stopped", "b")]],
+  ])("is not one that %s", (_, now) => {
+    expect(isBroken("a", now)).toBe(false);
+  });
+
+  it("was recorded or paused when it was last asked for", () => {
+    expect(idOn([fresh, run("recording", "b")])).toBe("b");
+    expect(idOn([run("paused", "a")])).toBe("a");
+    expect(idOn([run("stopped", "a"), fresh])).toBeNull();
+    expect(idOn([])).toBeNull();
   });
 });
