@@ -57,3 +57,19 @@ test("a run that ended with its server is told by a page that was loaded anew me
   const told = expect.stringContaining("run f5_1 was broken off, unless somebody stopped it before");
   await expect.poll(() => page.locator("[data-test=broken-run]").allInnerTexts()).toEqual([told]);
 });
+
+test("that nothing is lost is said in green only while it is known", async ({ site, page }) => {
+  const run = new FakeRun();
+  await fakeServer(page, run.answers);
+  run.tell({ status: 1, id: "1" });
+  await page.goto(site.url);
+  const losses = page.locator("[data-test=run-losses]");
+  const tone = (): Promise<string | null> => losses.getAttribute("class");
+  await expect.poll(tone).toBe("good");
+  const scope = run.counts.get("scope0")!;
+  run.counts.delete("scope0");
+  await expect.poll(tone).toBe("faint");
+  expect(await losses.innerText()).toBe("Lost in this run: nothing.");
+  run.counts.set("scope0", scope);
+  await expect.poll(tone).toBe("good");
+});

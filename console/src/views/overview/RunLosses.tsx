@@ -1,6 +1,6 @@
 import { useRef } from "preact/hooks";
 import { whole } from "../../base/format";
-import { isAway } from "../../app/reach";
+import { isAway, isKnown } from "../../app/reach";
 import type { DumpCounts } from "../../server/dumpCounts";
 import type { Reading } from "../../server/poll";
 import { Freshness } from "../common/Freshness";
@@ -14,11 +14,12 @@ export function RunLosses(props: { reading: Reading<Recorded[]>; isOver: boolean
   const texts = (reading.value ?? []).flatMap(({ name, counts }) => lossText(name, counts));
   const lost = reading.value?.reduce((sum, { counts }) => sum + lostOf(counts), 0);
   const isRising = useRising(lost ?? null, reading.heardAt);
-  const tone = texts.length === 0 ? "good" : isRising ? "alarm" : "warn";
+  const isNow = isKnown(reading) && !isAway.value;
+  const tone = texts.length === 0 ? (isNow ? "good" : "faint") : isRising && isNow ? "alarm" : "warn";
   return (
     <>
       {reading.value !== null && (
-        <p class={isAway.value ? "faint" : tone} data-test="run-losses">
+        <p class={tone} data-test="run-losses">
           {`Lost in ${isOver ? "the last" : "this"} run: ${texts.join("; ") || "nothing"}.`}
         </p>
       )}
