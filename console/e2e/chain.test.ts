@@ -93,6 +93,7 @@ test("the rates on the edges are the records between two accounts by the time be
   page,
 }) => {
   const counts = { received: 1_000, dropped: 7 };
+  const aSecond = { received: 450, dropped: 30 };
   const blocks = [
     {
       type: "source",
@@ -104,19 +105,35 @@ test("the rates on the edges are the records between two accounts by the time be
     { type: "spectrum", name: "behind_fast", from: "fast" },
     { type: "spectrum", name: "behind_fine", from: "fine" },
   ];
-  await fakeServer(page, chainAnswers(blocks, () => counts.received));
-  const begin = new Date("2026-01-01T12:00:00").getTime();
-  await page.clock.setFixedTime(begin);
+  const chain = chainAnswers(blocks, () => counts.received);
+  await fakeServer(page, (query, route) => {
+    const answer = chain(query, route);
+    if (query.cmd === "get_ledger") {
+      counts.received += aSecond.received;
+      counts.dropped += aSecond.dropped;
+    }
+    return answer;
+  });
+  await page.clock.install();
+  await page.clock.pauseAt(Date.now() + 1_000);
+  // That a clock can be set, or stand still, changes no rate.
+  await page.addInitScript(() => {
+    const noon = new Date(2026, 0, 1, 12).getTime();
+    Date.now = () => noon;
+  });
   await page.goto(`${site.url}#/chain`);
+  const after = (ms: number, read: () => Promise<unknown>) =>
+    expect.poll(async () => {
+      await page.clock.runFor(ms);
+      return read();
+    });
   const label = (from: string) => page.locator(`[data-test=edge-label][data-from=${from}]`);
   const texts = (from: string): Promise<string[]> => label(from).locator("text").allTextContents();
   const edge = page.locator("[data-test=edge][data-from=fast]");
-  await expect.poll(() => texts("B")).toEqual(["–"]);
+  await after(2, () => texts("B")).toEqual(["–"]);
   expect(await texts("fast")).toEqual(["–", "⚠ 7 dropped"]);
 
-  Object.assign(counts, { received: 1_000 + 4 * 450, dropped: 7 + 4 * 30 });
-  await page.clock.setFixedTime(begin + 4_000);
-  await expect.poll(() => texts("B")).toEqual(["450/s"]);
+  await after(1_000, () => texts("B")).toEqual(["450/s"]);
   expect(await texts("fine")).toEqual(["450/s"]);
   expect(await texts("fast")).toEqual(["450/s", "⚠ drops 30/s"]);
   expect(await edge.getAttribute("class")).toBe("edge troubled");
@@ -125,9 +142,8 @@ test("the rates on the edges are the records between two accounts by the time be
     .evaluate((text) => getComputedStyle(text).fill.match(/\d+/g)!.map(Number));
   expect(red).toBeGreaterThan(3 * Math.max(green!, blue!));
 
-  counts.received += 2 * 12_000;
-  await page.clock.setFixedTime(begin + 6_000);
-  await expect.poll(() => texts("fast")).toEqual(["12.0 k/s", "⚠ 127 dropped"]);
+  Object.assign(aSecond, { received: 12_000, dropped: 0 });
+  await after(1_000, () => texts("fast")).toEqual(["12.0 k/s", expect.stringMatching(/^⚠ [\d.]+ dropped$/)]);
 });
 
 test("no edge passes over what stands at another", async ({ acquisition: _, site, page }) => {

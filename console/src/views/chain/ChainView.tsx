@@ -39,7 +39,7 @@ function Chain({ all }: { all: Block[] }): preact.JSX.Element {
   const shown = useMemo(() => graph.nodes.flatMap((node) => node.block ?? []), [graph]);
   const entries = now?.value ? entriesOf(shown, now.value.ledger) : [];
   const earlier = before?.value ? entriesOf(shown, before.value.ledger) : null;
-  const traffic = trafficOf(graph, entries, earlier, now && before ? (now.at - before.at) / 1000 : 0);
+  const traffic = trafficOf(graph, entries, earlier, now && before ? (now.heardAt - before.heardAt) / 1000 : 0);
   const chosen = parameter("block");
   return (
     <>
@@ -114,7 +114,7 @@ function Chosen({ graph, chosen, entries, account }: ChosenProps): preact.JSX.El
 /** The reading before the last good one, and that; null where there is none. */
 function useLastTwo(reading: Reading<Account>): [Reading<Account> | null, Reading<Account> | null] {
   const pair = useRef<[Reading<Account> | null, Reading<Account> | null]>([null, null]);
-  if (reading.value !== null && reading.at !== pair.current[1]?.at) {
+  if (reading.value !== null && reading.heardAt !== pair.current[1]?.heardAt) {
     pair.current = [pair.current[1], reading];
   }
   return pair.current;
