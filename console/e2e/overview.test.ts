@@ -1,3 +1,4 @@
+import { chainAnswers, fakeServer } from "./support/fakeServer";
 import { numberIn, shownNumber, sumOf } from "./support/reading";
 import { expect, test } from "./support/test";
 
@@ -74,4 +75,22 @@ test("a reset of the live spectrum is one of the server's counts, when it is con
   await expect.poll(counts).toBe(0);
   const counted = (await client.ledger()).find(({ name }) => name === "spectrum0")!.became["counted"];
   expect(counted).toBeGreaterThan(0); // the account is that of all records, which a reset doesn't change
+});
+
+test("the overview tells which boards' high voltage is on, and how high it is", async ({ site, page }) => {
+  const boards = chainAnswers([{ type: "hv", name: "LEFT" }, { type: "hv", name: "RIGHT" }], () => 0);
+  const values = { LEFT: '"HVState":[on,on],"VMon":[800.5,801.25]', RIGHT: '"HVState":[off,off],"VMon":[0,0]' };
+  await fakeServer(page, (query, route) => {
+    const name = query.path?.endsWith("LEFT") === true ? "LEFT" : "RIGHT";
+    return route === "query_by_json" ? `{"response":"ok",${values[name]}}` : boards(query, route);
+  });
+  await page.goto(site.url);
+  const voltage = page.locator("[data-test^=voltage-]");
+  const words = async (): Promise<string[]> =>
+    (await voltage.allInnerTexts()).map((text) => text.replace(/^.*\//, ""));
+  await expect.poll(words).toEqual(["LEFT: ● on", "RIGHT: ○ off"]);
+  expect(await voltage.first().getAttribute("title")).toContain("VMon 800.5 to 801.25");
+  values.RIGHT = '"HVState":[off,on],"VMon":[0,12]';
+  await expect.poll(words).toEqual(["LEFT: ● on", "RIGHT: ◐ on in part"]);
+  expect(await voltage.nth(1).getAttribute("class")).toBe("warn");
 });

@@ -45,7 +45,7 @@ test("a run that only the second dumper records is told as one, on every view an
   await expect.poll(() => page.locator("[data-test=status]").innerText()).toContain("no events recorded");
 });
 
-test("a run that ended with its server is told by a page that was loaded anew meanwhile", async ({ site, page }) => {
+test("a run that ended with its server is told by a page that was loaded anew", async ({ site, page }) => {
   const run = new FakeRun();
   await fakeServer(page, run.answers);
   run.tell({ status: 1, id: "f5_1" });
@@ -72,4 +72,46 @@ test("that nothing is lost is said in green only while it is known", async ({ si
   expect(await losses.innerText()).toBe("Lost in this run: nothing.");
   run.counts.set("scope0", scope);
   await expect.poll(tone).toBe("good");
+});
+
+test("the figures of a run are those that its dumper tells", async ({ site, page }) => {
+  const run = new FakeRun();
+  await fakeServer(page, run.answers);
+  const counted = { event_rate: 12_345.6, stored_events: 12_345_678 };
+  Object.assign(run.dumpers[0]!, { status: 1, id: "night_7", ...counted });
+  Object.assign(run.dumpers[0]!, { running_time: 3_725.4, used_space: 1_234_567 });
+  Object.assign(run.dumpers[1]!, { status: 2, id: "night_7", used_space: 999, event_rate: 0.5 });
+  await page.goto(site.url);
+  const shown = async (name: string): Promise<string[]> => {
+    const texts = await page.locator(`[data-test=run-${name}] > *`).allInnerTexts();
+    return texts.map((text) => text.replace(/\s/g, " "));
+  };
+  await expect.poll(() => shown("dumper0")).toEqual([
+    "state of dumper0", "recording", "run", "night_7", "running time", "1:02:05", "events", "12 345 678",
+    "rate", "12.3 k /s", "in the current file", "1.23 MB",
+  ]);
+  expect(await shown("dumper1")).toEqual([
+    "state of dumper1", "paused", "run", "night_7", "running time", "0:00", "events", "0",
+    "rate", "0.50 /s", "in the current file", "999 B",
+  ]);
+});
+
+test("what a run lost is told by recorder and cause, in red while it becomes more", async ({ site, page }) => {
+  const run = new FakeRun();
+  await fakeServer(page, run.answers);
+  run.tell({ status: 1, id: "1" });
+  Object.assign(run.counts.get("dumper1")!, { overwritten: 7 });
+  const scope = Object.assign(run.counts.get("scope0")!, { failed: 3, dropped: 1_234, overwritten: 5 });
+  await page.goto(site.url);
+  const losses = page.locator("[data-test=run-losses]");
+  const text = async (): Promise<string[]> =>
+    (await losses.allInnerTexts()).map((said) => said.replace(/\s/g, " "));
+  const lostOfScope = (failed: number): string =>
+    `Lost in this run: dumper1 7 written over; ` +
+    `scope0 ${failed} not written, 1 234 dropped at a full queue, 5 written over.`;
+  await expect.poll(text).toEqual([lostOfScope(3)]);
+  expect(await losses.getAttribute("class")).toBe("warn");
+  scope.failed = 4;
+  await expect.poll(text).toEqual([lostOfScope(4)]);
+  expect(await losses.getAttribute("class")).toBe("alarm");
 });
