@@ -115,3 +115,22 @@ test("what a run lost is told by recorder and cause, in red while it becomes mor
   await expect.poll(text).toEqual([lostOfScope(4)]);
   expect(await losses.getAttribute("class")).toBe("alarm");
 });
+
+test("all sources are reset once, when that is confirmed, and not during a run", async ({ site, page }) => {
+  const run = new FakeRun();
+  await fakeServer(page, run.answers);
+  await page.goto(site.url);
+  const dialog = page.locator("dialog[open]");
+  await press(page, "reset");
+  await expect.poll(() => dialog.innerText()).toMatch(/Reset all sources\?\s+Every board is stopped/);
+  await dialog.getByRole("button", { name: "Cancel" }).click();
+  await expect.poll(() => dialog.count()).toBe(0);
+  expect(run.ordered).toEqual([]);
+  await press(page, "reset");
+  await press(page, "confirm-action");
+  await expect.poll(() => run.ordered).toEqual(["reset"]);
+  await expect.poll(() => dialog.count()).toBe(0);
+  await press(page, "run-start");
+  await expect.poll(() => page.locator("[data-test=reset]").isEnabled()).toBe(false);
+  expect(run.ordered).toEqual(["reset", "start_dump"]);
+});
