@@ -236,3 +236,21 @@ test("a unit of timestamps that is no number is refused, and the one known is ke
   await expect.poll(() => summary.innerText()).toContain("timestamp units × bin");
   expect(await fault.count()).toBe(0);
 });
+
+test("what is frozen stays when its block goes, and no longer than it is frozen", async ({ site, page }) => {
+  let isGone = false;
+  await page.clock.install();
+  await serveCounts(page, () => [1, 2, 3, 4], () => isGone);
+  await openSpectra(page, site.url, "made@0");
+  await expect.poll(() => totals(page)).toEqual([10]);
+  await page.locator("[data-test=freeze]").click();
+  await page.locator("[data-test=frozen]").waitFor();
+  isGone = true;
+  await page.clock.fastForward(10_000); // the blocks are asked for so often
+  await expect
+    .poll(() => page.locator("[data-test=block-gone]").allInnerTexts())
+    .toEqual(["The server has no made. It isn't shown."]);
+  expect(await totals(page)).toEqual([10]);
+  await page.locator("[data-test=freeze]").click();
+  await page.locator("[data-test=no-block]").waitFor();
+});

@@ -7,17 +7,17 @@ import { expect } from "./test";
 
 // What the tests of spectra do and read.
 
-/** A spectrum block "made" whose channels hold these counts, in the server's place. Answers what is asked for. */
+/** A spectrum block "made" whose channels hold these counts, in the server's place, until it is gone. Returns what is asked for. */
 export async function serveCounts(
   page: Page,
   countsOf: (channel: number) => readonly number[],
+  isGone = (): boolean => false,
 ): Promise<number[][]> {
   const questions: number[][] = [];
   const shape = { channels: 4, bins: countsOf(0).length, gain: 1 };
-  const chain = chainAnswers(
-    [{ type: "source", name: "source0" }, { type: "spectrum", name: "made", from: "source0", shape }],
-    () => 1_000,
-  );
+  const source = { type: "source", name: "source0" };
+  const rest = chainAnswers([source], () => 1_000);
+  const chain = chainAnswers([source, { type: "spectrum", name: "made", from: "source0", shape }], () => 1_000);
   const answers: Answers = (query, route) => {
     const [asked] = (query as { args?: { cmd: string; channels?: number[] }[] }).args ?? [];
     switch (asked?.cmd) {
@@ -27,7 +27,7 @@ export async function serveCounts(
       case "data_get_status":
         return '[{"status":"idle"}]';
       default:
-        return asked === undefined ? chain(query, route) : '[{"response":true}]';
+        return asked === undefined ? (isGone() ? rest : chain)(query, route) : '[{"response":true}]';
     }
   };
   await fakeServer(page, answers);

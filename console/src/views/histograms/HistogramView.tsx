@@ -21,21 +21,29 @@ import { drawingNotes } from "./drawingNotes";
 import { HistogramChart } from "./HistogramChart";
 import type { HistogramKind } from "./kinds";
 import { RegionsOf } from "./RegionsOf";
-import { type Curves, useCurves } from "./useCurves";
+import { type Curves, type Freezing, useCurves } from "./useCurves";
 import { Toolbar } from "./Toolbar";
 import { type Regions, useRegions } from "./useRegions";
 
 /** Histograms of one kind: chosen, looked at, analysed. */
 export function HistogramView({ kind }: { kind: HistogramKind }): preact.JSX.Element {
   const own = ofType(blocks.value.value ?? [], kind.blockType).filter(({ path }) => path !== "");
-  if (own.length === 0) {
+  const freezing = useState(false);
+  // What is frozen stays when its block goes.
+  if (own.length === 0 && !freezing[0]) {
     return <NoBlock type={kind.blockType} example={kind.howToConfigure} />;
   }
-  return <Histograms kind={kind} own={own} />;
+  return <Histograms kind={kind} own={own} freezing={freezing} />;
 }
 
-function Histograms({ kind, own }: { kind: HistogramKind; own: readonly Block[] }): preact.JSX.Element {
-  const shown = useCurves(kind, own);
+interface HistogramsProps {
+  kind: HistogramKind;
+  own: readonly Block[];
+  freezing: Freezing;
+}
+
+function Histograms({ kind, own, freezing }: HistogramsProps): preact.JSX.Element {
+  const shown = useCurves(kind, own, freezing);
   const regions = useRegions(shown);
   const [look, setLook] = useKept("span");
   const span = spanOf(look, shown.axis);

@@ -1,4 +1,4 @@
-import { useMemo, useState } from "preact/hooks";
+import { useMemo } from "preact/hooks";
 import { type Calibration, inBins } from "../../analysis/calibration";
 import { parameter, setParameter } from "../../app/route";
 import type { Block } from "../../model/blocks";
@@ -35,10 +35,16 @@ export interface Curves {
   remove: (curve: ListedCurve) => void;
 }
 
-export function useCurves(kind: HistogramKind, blocks: readonly Block[]): Curves {
+/** Whether it is frozen, and what makes it so. */
+export type Freezing = readonly [isFrozen: boolean, setFrozen: (frozen: boolean) => void];
+
+export function useCurves(
+  kind: HistogramKind,
+  blocks: readonly Block[],
+  [isFrozen, setFrozen]: Freezing,
+): Curves {
   const chosen = parameter("show");
   const selections = selectionsOf(chosen, blocks);
-  const [isFrozen, setFrozen] = useState(false);
   useFirstChannel(chosen === null ? blocks[0] : undefined, blocks);
   const reading = useHistograms(selections, isFrozen);
   const copies = copiesOf(kind.blockType);
