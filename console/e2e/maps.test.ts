@@ -1,7 +1,7 @@
 import { readFileSync } from "node:fs";
 import type { Page } from "playwright-core";
-import { chainAnswers, fakeServer } from "./support/fakeServer";
-import { countSomething, numberIn, shownNumber, sumOf } from "./support/reading";
+import { cellMiddles, map, mapNumbers, mapReadout, mapTotal as total, serveMap } from "./support/maps";
+import { countSomething, shownNumber, sumOf } from "./support/reading";
 import { expect, test } from "./support/test";
 
 interface Rows {
@@ -14,15 +14,6 @@ const views = [
   { view: "position", path: positionPath, source: "heatmap" },
   { view: "image", path: imagePath, source: "cumulative" },
 ];
-
-const total = (page: Page) => page.locator("[data-test=total]");
-const readout = (page: Page): Promise<string> => page.locator("main [data-test=readout]").innerText();
-
-/** The numbers of a line like "row 3, column 4, counts: 1 234". */
-function numbersIn(text: string): Record<string, number> {
-  const pairs = text.matchAll(/(row|column|counts|points):? ([\d\u202f]+)/g);
-  return Object.fromEntries([...pairs].map(([, name, digits]) => [name!, numberIn(digits!)]));
-}
 
 /** What a file that a button saves holds. */
 async function saved(page: Page, button: string): Promise<Buffer> {
@@ -55,10 +46,10 @@ for (const { view, path, source } of views) {
     await page.locator("[data-test=map]").focus();
     const read = new Map<string, number>();
     for (const key of ["ArrowRight", "ArrowRight", "ArrowUp", "ArrowUp", "ArrowLeft", "ArrowDown"]) {
-      const before = await readout(page);
+      const before = await mapReadout(page);
       await page.keyboard.press(key);
-      await expect.poll(() => readout(page)).not.toBe(before);
-      const { row, column, counts } = numbersIn(await readout(page));
+      await expect.poll(() => mapReadout(page)).not.toBe(before);
+      const { row, column, counts } = mapNumbers(await mapReadout(page));
       expect(counts).toBe(data[row!]![column!]);
       read.set(`${row} ${column}`, counts!);
     }
@@ -78,54 +69,15 @@ for (const { view, path, source } of views) {
   });
 }
 
-/** What is asked of a block by its path. */
-interface Command {
-  cmd: string;
-  source?: string;
-}
-
-const shape = { rows: 3, columns: 4 };
-
-/** A server with one map or image; `answer` gives the data of a source. */
-async function serveMap(
-  page: Page,
-  type: string,
-  answer: (source: string) => object,
-  onState: () => void = () => undefined,
-): Promise<void> {
-  const chain = chainAnswers([{ type, name: "map0", shape }], () => 0);
-  await fakeServer(page, (query, route) => {
-    const [command] = (query as { args?: Command[] }).args ?? [];
-    if (route !== "query_by_json" || command === undefined) {
-      return chain(query, route);
-    }
-    if (command.cmd === "get_data") {
-      return Promise.resolve(answer(command.source!)).then((data) => JSON.stringify({ data }));
-    }
-    onState();
-    return '[{"status":"idle"}]';
-  });
-}
-
-const map = [
-  [0, 5, 0, 1],
-  [7, 0, 100, 0],
-  [0, 20, 0, 3],
-];
-
-// Of the picture, in pixels: what is left and above of the map, right and below it, and the sums.
-const [left, above, right, below] = [58, 82, 156, 40];
 const sums = { size: 64, top: 10, fromRight: 84 + 64 };
 
 /** How long the bars of the sums are: of the columns, and of the rows from the top. */
 async function barsDrawn(page: Page): Promise<[number[], number[]]> {
   const canvas = page.locator("[data-test=map] canvas");
-  const { width, height } = (await canvas.boundingBox())!;
-  const [mapWidth, mapHeight] = [width - left - right, height - above - below];
-  const middles = (count: number, from: number, size: number): number[] =>
-    Array.from({ length: count }, (_, i) => Math.round(from + ((i + 0.5) * size) / count));
-  const columns = middles(shape.columns, left, mapWidth).map((x) => [x, sums.top, 1, sums.size]);
-  const rows = middles(shape.rows, above, mapHeight).map((y) => [width - sums.fromRight, y, sums.size, 1]);
+  const { width } = (await canvas.boundingBox())!;
+  const middles = await cellMiddles(page, map);
+  const columns = middles.x.map((x) => [x, sums.top, 1, sums.size]);
+  const rows = middles.y.map((y) => [width - sums.fromRight, y, sums.size, 1]);
   const lengths = await canvas.evaluate(
     (element, areas) =>
       areas.map(([x, y, width, height]) => {
@@ -138,7 +90,7 @@ async function barsDrawn(page: Page): Promise<[number[], number[]]> {
       }),
     [...columns, ...rows],
   );
-  return [lengths.slice(0, shape.columns), lengths.slice(shape.columns)];
+  return [lengths.slice(0, columns.length), lengths.slice(columns.length)];
 }
 
 test("the sums beside a map are those of its columns and rows", async ({ site, page }) => {
