@@ -7,7 +7,10 @@ import { expect } from "./test";
 
 // What the tests of spectra do and read.
 
-/** A spectrum block "made" whose channels hold these counts, in the server's place, until it is gone. Returns what is asked for. */
+/**
+ * A spectrum block "made" whose channels hold these counts, until it is gone, in the server's place. Returns what is
+ * asked for.
+ */
 export async function serveCounts(
   page: Page,
   countsOf: (channel: number) => readonly number[],

@@ -6,7 +6,7 @@ import type { Selection } from "./selection";
 
 export const pollIntervalMs = 200;
 
-/** Asks for the chosen channels again and again; while frozen what was last read stays, though its block may go. */
+/** Asks for the chosen channels again and again; while frozen what was read stays, though its block may go. */
 export function useHistograms(selections: readonly Selection[], isFrozen: boolean): Reading<LiveCurves> {
   const [reading, setReading] = useState<Reading<LiveCurves>>(noReading);
   const key = JSON.stringify(selections.map(({ block, channels }) => [block.path, channels]));

@@ -20,7 +20,7 @@ export interface PointerHandlers {
 /** The part of what is seen by which the wheel moves. */
 const wheelStep = 0.1;
 
-/** The mouse over the screen moves the cursor, dragging moves the view, two fingers and the wheel zoom; sideways it moves. */
+/** The mouse moves the cursor, dragging the view; two fingers and the wheel zoom, the wheel sideways moves. */
 export function handlersOf(targets: PointerTargets): PointerHandlers {
   const down = new Map<number, number>();
   const onPointerDown = (event: PointerEvent): void => {
