@@ -1,3 +1,4 @@
+import { writeFileSync } from "node:fs";
 import { join } from "node:path";
 import type { Page } from "playwright-core";
 import { shownNumber, sumOf } from "./support/reading";
@@ -166,4 +167,23 @@ test("all spectra are emptied by one button, when that is confirmed", async ({
   await press(page, "reset-spectra");
   await press(page, "confirm-action");
   await expect.poll(counts).toBe(0);
+});
+
+test("a run into a storage that can't be written is told as one, and can be stopped", async ({
+  acquisition,
+  site,
+  page,
+}) => {
+  await acquisition.kill();
+  const file = join(acquisition.folder, "no-folder");
+  writeFileSync(file, "");
+  await acquisition.start((configuration) => (configuration.storage.file_path = file));
+  await page.goto(site.url);
+  await begin(page, "nowhere");
+  await expect
+    .poll(async () => (await texts(page, "run-losses")).join())
+    .toMatch(/dumper1 [\d\s]+ not written.* has no room or no permission/);
+  await press(page, "run-stop");
+  await press(page, "confirm-action");
+  await expect.poll(() => page.locator("[data-test=run-stop]").isEnabled()).toBe(false);
 });

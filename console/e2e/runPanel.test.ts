@@ -108,7 +108,8 @@ test("what a run lost is told by recorder and cause, in red while it becomes mor
     (await losses.allInnerTexts()).map((said) => said.replace(/\s/g, " "));
   const lostOfScope = (failed: number): string =>
     `Lost in this run: dumper1 7 written over; ` +
-    `scope0 ${failed} not written, 1 234 dropped at a full queue, 5 written over.`;
+    `scope0 ${failed} not written, 1 234 dropped at a full queue, 5 written over. ` +
+    `What isn't written has no room or no permission: the server's log says why. Stop the run before the next one.`;
   await expect.poll(text).toEqual([lostOfScope(3)]);
   expect(await losses.getAttribute("class")).toBe("warn");
   scope.failed = 4;

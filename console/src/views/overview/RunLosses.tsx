@@ -7,12 +7,15 @@ import { Freshness } from "../common/Freshness";
 import { type Recorded, recordersMs } from "./useRecorders";
 
 const nowMs = 10_000;
+const unwritten =
+  " What isn't written has no room or no permission: the server's log says why. Stop the run before the next one.";
 
 /** What all recorders lost of this run, or of the last one; in red while it becomes more. */
 export function RunLosses(props: { reading: Reading<Recorded[]>; isOver: boolean }): preact.JSX.Element {
   const { reading, isOver } = props;
   const texts = (reading.value ?? []).flatMap(({ name, counts }) => lossText(name, counts));
   const lost = reading.value?.reduce((sum, { counts }) => sum + lostOf(counts), 0);
+  const remedy = reading.value?.some(({ counts }) => counts.failed > 0) ? unwritten : "";
   const isRising = useRising(lost ?? null, reading.heardAt);
   const isNow = isKnown(reading) && !isAway.value;
   const tone = texts.length === 0 ? (isNow ? "good" : "faint") : isRising && isNow ? "alarm" : "warn";
@@ -20,7 +23,7 @@ export function RunLosses(props: { reading: Reading<Recorded[]>; isOver: boolean
     <>
       {reading.value !== null && (
         <p class={tone} data-test="run-losses">
-          {`Lost in ${isOver ? "the last" : "this"} run: ${texts.join("; ") || "nothing"}.`}
+          {`Lost in ${isOver ? "the last" : "this"} run: ${texts.join("; ") || "nothing"}.${remedy}`}
         </p>
       )}
       {reading.fault !== null && !isAway.value && <Freshness reading={reading} intervalMs={recordersMs} />}

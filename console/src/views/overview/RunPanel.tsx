@@ -17,7 +17,7 @@ export function RunPanel(): preact.JSX.Element {
   const recorders = useRecorders();
   const others = isKnown(recorders) ? onWithoutEvents(recorders.value ?? []) : null;
   const isAnyOn = all.some(isOn) || (others ?? []).length > 0;
-  const wasAny = all.some(wasRun) || (recorders.value ?? []).some(({ counts }) => counts.recorded > 0);
+  const wasAny = all.some(wasRun) || (recorders.value ?? []).some(hasTried);
   return (
     <section class="panel" aria-label="Run">
       <h2>Run</h2>
@@ -45,6 +45,11 @@ export function RunPanel(): preact.JSX.Element {
   );
 }
 
+/** Whether it had something to write, well or not. */
+function hasTried({ counts }: Recorded): boolean {
+  return counts.recorded + counts.failed > 0;
+}
+
 /** Unknown where they don't tell; a run of events needs no other word. */
 function statesOf(others: readonly Recorded[] | null): { status: RunStatus }[] {
   return others === null ? [{ status: "unknown" }] : others.map(({ counts }) => counts);
@@ -55,8 +60,8 @@ function WithoutEvents(props: { recorded: readonly Recorded[] }): preact.JSX.Ele
   const names = props.recorded.map(({ name }) => name).join(", ");
   return names === "" ? null : (
     <p class="warn" data-test="run-without-events">
-      {`Events aren't recorded: is "enable_list" false in the "storage" of the configuration? Recorded is what ` +
-        `comes to ${names}: "Stop run" ends it.`}
+      {`Events aren't recorded: is "enable_list" false in the "storage" of the configuration, or can its ` +
+        `"file_path" not be written? Recorded is what comes to ${names}: "Stop run" ends it.`}
     </p>
   );
 }

@@ -8,7 +8,7 @@ export function spanNote(asked: number | null, shown: number, tick: number | nul
     return `These are the rates since the server's start, not those over the last ${asked} s. ${remedy}`;
   }
   // Where records are far apart, rates can't be of a time as short as asked for.
-  return shown < 1.5 * asked
-    ? null
-    : `These are the rates over ${Math.round(shown)} s: no record came in between.`;
+  return shown >= 1.5 * asked
+    ? `These are the rates over ${Math.round(shown)} s: no record came in between.`
+    : null;
 }
