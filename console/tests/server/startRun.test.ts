@@ -64,8 +64,11 @@ describe("The start of a run", () => {
   });
 
   it("doesn't fail where that isn't sure", async () => {
-    const silent = { get_run_info: [runs(0)], get_dump_counts: [""], start_dump: [done] };
-    await startRun(scripted(silent), "8", [scope]);
+    for (const silence of ["", new Unreachable("gone", true)]) {
+      const silent = scripted({ get_run_info: [runs(0)], get_dump_counts: [silence], start_dump: [done] });
+      await startRun(silent, "8", [scope]);
+      expect(silent.started()).toBe(1);
+    }
     await startRun(scripted({ get_run_info: [runs(0)], start_dump: [done] }), "8", null);
     const lost = [runs(0), new Unreachable("gone", true)];
     await startRun(scripted({ get_run_info: lost, start_dump: [done] }), "8", []);
