@@ -16,8 +16,9 @@ function makePicture() {
 const currentTarget = { setPointerCapture: () => undefined, getBoundingClientRect: () => ({ x: 10, y: 0 }) };
 const at = (clientX: number, clientY: number, pointerId = 1): PointerEvent =>
   ({ clientX, clientY, pointerId, currentTarget }) as unknown as PointerEvent;
+const preventDefault = (): void => undefined;
 const turned = (deltaX: number, deltaY: number, shiftKey = false): WheelEvent =>
-  ({ offsetX: 7, offsetY: 9, deltaX, deltaY, shiftKey, preventDefault: () => undefined }) as unknown as WheelEvent;
+  ({ offsetX: 7, offsetY: 9, deltaX, deltaY, deltaMode: 1, shiftKey, preventDefault }) as unknown as WheelEvent;
 
 it("zooms with the wheel at the mouse", () => {
   const { calls, handlers } = makePicture();

@@ -72,7 +72,7 @@ describe("the mouse", () => {
   });
 
   it("zooms where it is with the wheel, and the page doesn't scroll", () => {
-    const event = place.send("wheel", { clientX: 130, deltaX: 0, deltaY: -3, shiftKey: false });
+    const event = place.send("wheel", { clientX: 130, deltaX: 0, deltaY: -3, deltaMode: 1, shiftKey: false });
     expect(calls).toEqual([["zoom", 30, 0.8]]);
     expect(event.defaultPrevented).toBe(true);
   });

@@ -64,13 +64,14 @@ test("a finger that leaves takes no cursor away", () => {
 });
 
 test("the wheel zooms where the mouse is, and the page doesn't scroll", () => {
-  const event = place.send("wheel", { clientX: 110, clientY: 70, deltaX: 0, deltaY: -3, shiftKey: false });
+  const turned = { deltaX: 0, deltaY: -3, deltaMode: 1, shiftKey: false };
+  const event = place.send("wheel", { clientX: 110, clientY: 70, ...turned });
   expect(calls[0]).toEqual(["zoom", 10, 20, 0.8]);
   expect(event.defaultPrevented).toBe(true);
 });
 
 test("the wheel with shift moves sideways", () => {
-  place.send("wheel", { clientX: 110, clientY: 70, deltaX: 0, deltaY: 3, shiftKey: true });
+  place.send("wheel", { clientX: 110, clientY: 70, deltaX: 0, deltaY: 3, deltaMode: 1, shiftKey: true });
   expect(calls[0]).toEqual(["move", -50, 0]);
 });
 

@@ -51,12 +51,13 @@ it("doesn't zoom with fingers too close to tell", () => {
   expect(screen.view).toEqual([0, 1000]);
 });
 
+const preventDefault = (): void => undefined;
 const turned = (deltaX: number, deltaY: number, shiftKey = false): WheelEvent =>
-  ({ offsetX: 50, deltaX, deltaY, shiftKey, preventDefault: () => undefined }) as unknown as WheelEvent;
+  ({ offsetX: 50, deltaX, deltaY, deltaMode: 1, shiftKey, preventDefault }) as unknown as WheelEvent;
 
 it("zooms with the wheel about the mouse", () => {
   const { screen, handlers } = makeScreen();
-  handlers.onWheel(turned(0, -1));
+  handlers.onWheel(turned(0, -3));
   expect(screen.view).toEqual([100, 900]);
 });
 
