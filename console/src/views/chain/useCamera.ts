@@ -1,5 +1,5 @@
 import { type RefObject } from "preact";
-import { useEffect, useRef, useState } from "preact/hooks";
+import { useLayoutEffect, useRef, useState } from "preact/hooks";
 import { useKept } from "../common/useKept";
 import { type Camera, cameraText, fit, pan, parseCamera, type Size, zoom } from "./camera";
 import { type ChainPointers, chainPointers, type Held } from "./pointers";
@@ -37,12 +37,15 @@ export function useCamera(place: RefObject<SVGSVGElement>, picture: Size): Camer
 
 function useSize(place: RefObject<SVGSVGElement>): Size {
   const [size, setSize] = useState<Size>({ width: 1, height: 1 });
-  useEffect(() => {
-    const observer = new ResizeObserver(([entry]) => {
-      const { width, height } = entry!.contentRect;
-      setSize({ width: Math.max(1, width), height: Math.max(1, height) });
-    });
-    observer.observe(place.current!);
+  // Before anything is painted: a picture that isn't fitted yet would be seen, and zoomed by a quick key.
+  useLayoutEffect(() => {
+    const svg = place.current!;
+    const measure = (): void => {
+      setSize({ width: Math.max(1, svg.clientWidth), height: Math.max(1, svg.clientHeight) });
+    };
+    measure();
+    const observer = new ResizeObserver(measure);
+    observer.observe(svg);
     return () => observer.disconnect();
   }, []);
   return size;
