@@ -133,5 +133,5 @@ test("all sources are reset once, when that is confirmed, and not during a run",
   await expect.poll(() => dialog.count()).toBe(0);
   await press(page, "run-start");
   await expect.poll(() => page.locator("[data-test=reset]").isEnabled()).toBe(false);
-  expect(run.ordered).toEqual(["reset", "start_dump"]);
+  await expect.poll(() => run.ordered).toEqual(["reset", "start_dump"]);
 });

@@ -24,8 +24,10 @@ export function sumOf(numbers: readonly number[]): number {
 
 /** Has what the view shows count until there is something, and stop: its numbers then stand still. */
 export async function countSomething(page: Page, total: Locator): Promise<void> {
+  const state = (): Promise<string> => page.locator("[data-test=counting]").innerText();
   await page.getByRole("button", { name: "Start", exact: true }).click();
+  await expect.poll(state).toBe("counting"); // or "stopped", below, could be that of before
   await expect.poll(() => shownNumber(total)).toBeGreaterThan(100);
   await page.getByRole("button", { name: "Stop", exact: true }).click();
-  await expect.poll(() => page.locator("[data-test=counting]").innerText()).toBe("stopped");
+  await expect.poll(state).toBe("stopped");
 }
